@@ -1,0 +1,29 @@
+#pragma once
+
+#include "PictalCore/Export.h"
+
+#include <string>
+#include <string_view>
+
+/// The Unicode rules of the library, in one place. Text is UTF-8; every ill-formed sequence counts
+/// as U+FFFD. Nothing depends on the process's locale.
+namespace pictal::Unicode {
+
+/// The text with each maximal ill-formed sequence replaced by U+FFFD.
+[[nodiscard]] PICTAL_API std::string repaired(std::string_view text);
+
+/// The text without the characters of the property White_Space at its ends (spaces, tabs, line and
+/// paragraph separators, no-break spaces). The view points into `text`.
+[[nodiscard]] PICTAL_API std::string_view trimmingWhiteSpace(std::string_view text);
+
+/// NFD: one spelling for all canonically equivalent texts. Equal forms mean equal texts, so hash it
+/// where texts are keys.
+[[nodiscard]] PICTAL_API std::string canonicalForm(std::string_view text);
+
+/// Whether both texts are the same characters, composed or not: "é" equals "e" + U+0301.
+[[nodiscard]] PICTAL_API bool canonicallyEquivalent(std::string_view a, std::string_view b);
+
+/// Full lower-casing by the rules of the root locale.
+[[nodiscard]] PICTAL_API std::string lowercased(std::string_view text);
+
+}  // namespace pictal::Unicode

@@ -1,0 +1,7 @@
+#pragma once
+
+#include "pictal/Program.h"
+
+/// Every command of the program, one function a file. `main` adds them in this order, which is the
+/// order of `pictal --help`.
+namespace pictal::program {}  // namespace pictal::program
