@@ -1,0 +1,44 @@
+#pragma once
+
+#include "PictalCore/Export.h"
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace pictal {
+
+/// What the numbers of a pixel mean. A value: copying is cheap, and two spaces are equal when they
+/// are the same kind and, for a profile, the same bytes.
+class PICTAL_API CGColorSpace {
+  public:
+    /// Untagged RGB: sRGB in all but name. Nothing is converted between the two.
+    [[nodiscard]] static CGColorSpace deviceRGB() { return CGColorSpace(Kind::deviceRGB); }
+    [[nodiscard]] static CGColorSpace sRGB() { return CGColorSpace(Kind::sRGB); }
+    /// The space of an ICC profile.
+    /// @return nothing for bytes that are no RGB profile which colours can be converted from
+    [[nodiscard]] static std::optional<CGColorSpace> fromICCProfile(
+        std::span<const std::byte> profile);
+
+    CGColorSpace() = default;
+
+    [[nodiscard]] bool isDeviceRGB() const { return kind_ == Kind::deviceRGB; }
+    [[nodiscard]] bool isSRGB() const { return kind_ == Kind::sRGB; }
+    /// The profile's bytes; empty for device RGB and sRGB.
+    [[nodiscard]] std::span<const std::byte> iccProfile() const;
+    /// Whether pixels can go from one space to the other as they are.
+    [[nodiscard]] bool hasSameNumbersAs(const CGColorSpace& other) const;
+
+    friend PICTAL_API bool operator==(const CGColorSpace& a, const CGColorSpace& b);
+
+  private:
+    enum class Kind { deviceRGB, sRGB, icc };
+    explicit CGColorSpace(Kind kind) : kind_(kind) {}
+
+    Kind kind_ = Kind::deviceRGB;
+    std::shared_ptr<const std::vector<std::byte>> profile_;
+};
+
+}  // namespace pictal

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <cstdint>
+
+/// The arithmetic of 8-bit pixels. A pixel is a 32-bit word: red in the low byte, then green, blue
+/// and alpha.
+namespace pictal::kernels {
+
+/// x / 255, exactly rounded, for 0 ≤ x ≤ 255 × 255.
+[[nodiscard]] constexpr std::uint32_t divideBy255(std::uint32_t x) {
+    return ((x + 128) * 257) >> 16;
+}
+
+[[nodiscard]] constexpr std::uint32_t redOf(std::uint32_t pixel) {
+    return pixel & 255;
+}
+[[nodiscard]] constexpr std::uint32_t greenOf(std::uint32_t pixel) {
+    return (pixel >> 8) & 255;
+}
+[[nodiscard]] constexpr std::uint32_t blueOf(std::uint32_t pixel) {
+    return (pixel >> 16) & 255;
+}
+[[nodiscard]] constexpr std::uint32_t alphaOf(std::uint32_t pixel) {
+    return pixel >> 24;
+}
+
+[[nodiscard]] constexpr std::uint32_t pixelOf(std::uint32_t red, std::uint32_t green,
+                                              std::uint32_t blue, std::uint32_t alpha) {
+    return red | green << 8 | blue << 16 | alpha << 24;
+}
+
+/// Straight to premultiplied alpha.
+[[nodiscard]] constexpr std::uint32_t premultiplied(std::uint32_t pixel) {
+    const std::uint32_t a = alphaOf(pixel);
+    return pixelOf(divideBy255(redOf(pixel) * a), divideBy255(greenOf(pixel) * a),
+                   divideBy255(blueOf(pixel) * a), a);
+}
+
+/// Premultiplied to straight alpha, exactly rounded: premultiplying again gives the same word. A
+/// component above its alpha counts as the alpha.
+[[nodiscard]] constexpr std::uint32_t unpremultiplied(std::uint32_t pixel) {
+    const std::uint32_t a = alphaOf(pixel);
+    const std::uint32_t divisor = a > 1 ? a : 1;
+    const auto straight = [=](std::uint32_t component) {
+        const std::uint32_t bounded = component < a ? component : a;
+        return (bounded * 255 + divisor / 2) / divisor;
+    };
+    return pixelOf(straight(redOf(pixel)), straight(greenOf(pixel)), straight(blueOf(pixel)), a);
+}
+
+}  // namespace pictal::kernels

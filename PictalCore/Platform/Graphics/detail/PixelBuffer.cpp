@@ -1,0 +1,90 @@
+#include "PictalCore/Platform/Graphics/detail/PixelBuffer.h"
+
+#include <cstdlib>
+#include <cstring>
+#include <utility>
+
+#include <sys/mman.h>
+
+namespace pictal::detail {
+
+namespace {
+
+constexpr std::size_t rowAlignment = 64;
+constexpr std::size_t hugePage = std::size_t{2} << 20;
+constexpr std::size_t mapFrom = std::size_t{4} << 20;
+
+constexpr std::size_t roundedUp(std::size_t size, std::size_t unit) {
+    return (size + unit - 1) / unit * unit;
+}
+
+/// Maps `bytes`, a multiple of the huge page size, on a huge page boundary.
+void* mapAligned(std::size_t bytes) {
+    void* mapped = ::mmap(nullptr, bytes + hugePage, PROT_READ | PROT_WRITE,
+                          MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+    if (mapped == MAP_FAILED) return nullptr;
+    auto* const start = static_cast<std::byte*>(mapped);
+    const std::size_t head = roundedUp(reinterpret_cast<std::uintptr_t>(start), hugePage) -
+                             reinterpret_cast<std::uintptr_t>(start);
+    if (head > 0) ::munmap(start, head);
+    if (head < hugePage) ::munmap(start + head + bytes, hugePage - head);
+    ::madvise(start + head, bytes, MADV_HUGEPAGE);
+    return start + head;
+}
+
+}  // namespace
+
+std::optional<PixelBuffer> PixelBuffer::allocate(std::int64_t width, std::int64_t height,
+                                                 Contents contents) {
+    if (width < 1 || height < 1 || width > maximumSide || height > maximumSide) return std::nullopt;
+    const std::size_t rowBytes = roundedUp(static_cast<std::size_t>(width) * 4, rowAlignment);
+    const std::size_t bytes = rowBytes * static_cast<std::size_t>(height);
+    if (bytes > static_cast<std::size_t>(maximumPixelBytes)) return std::nullopt;
+
+    PixelBuffer buffer(width, height, static_cast<std::int64_t>(rowBytes / 4));
+    if (bytes >= mapFrom) {
+        const std::size_t mapped = roundedUp(bytes, hugePage);
+        buffer.pixels_ = static_cast<std::uint32_t*>(mapAligned(mapped));
+        buffer.mappedBytes_ = mapped;
+    } else {
+        buffer.pixels_ = static_cast<std::uint32_t*>(std::aligned_alloc(rowAlignment, bytes));
+    }
+    if (!buffer.pixels_) return std::nullopt;
+    // Mapped pages come zeroed; writing them here would cost as much as the picture itself.
+    if (contents == Contents::transparent && buffer.mappedBytes_ == 0)
+        std::memset(buffer.pixels_, 0, bytes);
+    return buffer;
+}
+
+PixelBuffer::PixelBuffer(PixelBuffer&& other) noexcept
+    : width_(std::exchange(other.width_, 0)),
+      height_(std::exchange(other.height_, 0)),
+      stride_(std::exchange(other.stride_, 0)),
+      pixels_(std::exchange(other.pixels_, nullptr)),
+      mappedBytes_(std::exchange(other.mappedBytes_, 0)) {}
+
+PixelBuffer& PixelBuffer::operator=(PixelBuffer&& other) noexcept {
+    if (this != &other) {
+        release();
+        width_ = std::exchange(other.width_, 0);
+        height_ = std::exchange(other.height_, 0);
+        stride_ = std::exchange(other.stride_, 0);
+        pixels_ = std::exchange(other.pixels_, nullptr);
+        mappedBytes_ = std::exchange(other.mappedBytes_, 0);
+    }
+    return *this;
+}
+
+PixelBuffer::~PixelBuffer() {
+    release();
+}
+
+void PixelBuffer::release() noexcept {
+    if (mappedBytes_ > 0)
+        ::munmap(pixels_, mappedBytes_);
+    else
+        std::free(pixels_);
+    pixels_ = nullptr;
+}
+
+}  // namespace pictal::detail
