@@ -1,0 +1,50 @@
+#pragma once
+
+#include "PictalCore/Platform/Graphics/AffineTransform.h"
+#include "PictalCore/Platform/Graphics/Path.h"
+#include "PictalCore/Platform/Graphics/detail/PixelRect.h"
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+namespace pictal::detail {
+
+/// Polylines in device pixels, y down. All coordinates are finite and at most 1e100 in size.
+class FlatPath {
+  public:
+    struct Contour {
+        std::span<const CGPoint> points;
+        bool closed = false;
+    };
+
+    [[nodiscard]] bool isEmpty() const { return ends_.empty(); }
+    [[nodiscard]] std::size_t contourCount() const { return ends_.size(); }
+    [[nodiscard]] Contour contour(std::size_t index) const;
+    [[nodiscard]] std::span<const CGPoint> points() const { return points_; }
+
+    /// Adds a point to the contour under way, but no point twice running.
+    void add(CGPoint point);
+    /// Ends the contour under way.
+    void finish(bool closed);
+
+  private:
+    struct End {
+        std::size_t end;
+        bool closed;
+    };
+    std::vector<CGPoint> points_;
+    std::vector<End> ends_;
+};
+
+/// The path as polylines that fill like it on the pixels of `visible`: within 0.002 px there.
+/// Curves that lie beside `visible` become chords beside it. A path with a coordinate that is not
+/// finite, before or after the transform, becomes nothing: half of a shape would be worse.
+[[nodiscard]] FlatPath flattenedForFill(const Path& path, const AffineTransform& transform,
+                                        const PixelRect& visible);
+
+/// The same for a stroke of `width` pixels, within 0.01 px.
+[[nodiscard]] FlatPath flattenedForStroke(const Path& path, const AffineTransform& transform,
+                                          CGFloat width, const PixelRect& visible);
+
+}  // namespace pictal::detail
