@@ -40,20 +40,20 @@ std::optional<JSONDecoder> JSONDecoder::optionalMember(std::string_view key) con
     if (failed()) return std::nullopt;
     const auto* members = object();
     if (!members) return std::nullopt;
-    const auto found = std::ranges::find(*members, key, &JSONValue::Object::value_type::first);
-    if (found == members->end() || found->second.as<std::nullptr_t>()) return std::nullopt;
-    return JSONDecoder(found->second, this, found->first);
+    const auto found = std::ranges::find(*members, key, &JSONMember::key);
+    if (found == members->end() || found->value.as<std::nullptr_t>()) return std::nullopt;
+    return JSONDecoder(found->value, this, found->key);
 }
 
 std::optional<JSONDecoder> JSONDecoder::requiredMember(std::string_view key) const {
     std::optional<JSONDecoder> member = optionalMember(key);
     if (member || failed()) return member;
     const auto& members = *value_->as<JSONValue::Object>();
-    const auto found = std::ranges::find(members, key, &JSONValue::Object::value_type::first);
+    const auto found = std::ranges::find(members, key, &JSONMember::key);
     if (found == members.end())
         fail(DecodingError::Kind::keyNotFound, "The key \"" + std::string(key) + "\" is missing.");
     else
-        JSONDecoder(found->second, this, found->first)
+        JSONDecoder(found->value, this, found->key)
             .fail(DecodingError::Kind::valueNotFound, "Expected a value but found null.");
     return std::nullopt;
 }
