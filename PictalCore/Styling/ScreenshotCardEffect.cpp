@@ -1,0 +1,9 @@
+#include "PictalCore/Styling/ScreenshotCardEffect.h"
+
+#include "PictalCore/Platform/Foundation/detail/JSONCoding.h"
+
+namespace pictal {
+
+PICTAL_DEFINE_JSON(ScreenshotCardEffect)
+
+}  // namespace pictal

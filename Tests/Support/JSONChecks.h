@@ -1,0 +1,67 @@
+#pragma once
+
+#include "PictalCore/Platform/Foundation/JSON.h"
+
+#include <filesystem>
+#include <fstream>
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+/// What tests of coded types share.
+namespace pictal {
+
+/// Failures show coded values as JSON.
+template <class T>
+    requires requires(const T& value) { encodeJSON(value); }
+void PrintTo(const T& value, std::ostream* out) {
+    const auto text = encodeJSON(value);
+    *out << (text ? *text : text.error().description);
+}
+
+/// Encodes the value and decodes it again. Encoding once more must give the same text, since
+/// equality does not see everything (a rectangle's stored signs).
+template <class T>
+void expectRoundTrip(const T& value, std::string_view name) {
+    const auto text = encodeJSON(value);
+    ASSERT_TRUE(text) << name << ": " << text.error().description;
+    const auto again = decodeJSON<T>(*text);
+    ASSERT_TRUE(again) << name << ": " << again.error().message() << "\nin " << *text;
+    EXPECT_EQ(*again, value) << name;
+    EXPECT_EQ(encodeJSON(*again), text) << name;
+}
+
+template <class T>
+void expectDecodingError(std::string_view text, DecodingError::Kind kind, std::string_view message,
+                         std::string_view name) {
+    const auto result = decodeJSON<T>(text);
+    ASSERT_FALSE(result) << name;
+    EXPECT_EQ(result.error().kind, kind) << name;
+    EXPECT_EQ(result.error().message(), message) << name;
+}
+
+/// A copy of `text` with its one occurrence of `was` replaced; a failure if there is none or more.
+inline std::string patched(std::string text, std::string_view was, std::string_view now) {
+    const std::size_t at = text.find(was);
+    EXPECT_NE(at, std::string::npos) << was;
+    EXPECT_EQ(text.find(was, at + 1), std::string::npos) << was;
+    return at == std::string::npos ? text : text.replace(at, was.size(), now);
+}
+
+/// The JSON samples of a guide in docs/, in order.
+inline std::vector<std::string> samplesOfGuide(const std::string& name) {
+    std::ifstream guide(std::filesystem::path(PICTAL_SOURCE_DIR) / "docs" / name);
+    std::vector<std::string> samples;
+    bool inside = false;
+    for (std::string line; std::getline(guide, line);) {
+        if (line == "```json") samples.emplace_back();
+        inside = line.starts_with("```") ? line == "```json" : inside;
+        if (inside && line != "```json") samples.back() += line + "\n";
+    }
+    return samples;
+}
+
+}  // namespace pictal
