@@ -1,0 +1,135 @@
+#include "PictalCore/Platform/ImageIO/detail/PNGColor.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+#include <libdeflate.h>
+
+namespace pictal::detail {
+
+using PNG::ColorType;
+
+namespace {
+
+/// A larger profile is no profile of a picture.
+constexpr std::size_t maximumProfileSize = std::size_t{16} << 20;
+
+bool isGrey(const PNGFile& file) {
+    return file.header.colorType == ColorType::grey ||
+           file.header.colorType == ColorType::greyAlpha;
+}
+
+/// The profile in an iCCP chunk: a name of up to 79 bytes, a zero, the method zero, a zlib stream.
+std::vector<std::byte> inflatedProfile(PNGFile::Bytes chunk) {
+    const auto zero = std::ranges::find(chunk, std::byte{0});
+    const auto nameLength = static_cast<std::size_t>(zero - chunk.begin());
+    if (nameLength < 1 || nameLength > 79 || chunk.size() < nameLength + 2 ||
+        chunk[nameLength + 1] != std::byte{0})
+        return {};
+    const PNGFile::Bytes stream = chunk.subspan(nameLength + 2);
+    const std::unique_ptr<libdeflate_decompressor, decltype(&libdeflate_free_decompressor)>
+        decompressor(libdeflate_alloc_decompressor(), &libdeflate_free_decompressor);
+    if (!decompressor) return {};
+    for (std::size_t room = 16384; room <= maximumProfileSize; room *= 4) {
+        std::vector<std::byte> profile(room);
+        std::size_t size = 0;
+        const auto result = libdeflate_zlib_decompress(decompressor.get(), stream.data(),
+                                                       stream.size(), profile.data(), room, &size);
+        if (result == LIBDEFLATE_INSUFFICIENT_SPACE) continue;
+        profile.resize(result == LIBDEFLATE_SUCCESS ? size : 0);
+        return profile;
+    }
+    return {};
+}
+
+bool useProfile(const PNGFile& file, PNGColor& color) {
+    if (file.profile.empty()) return false;
+    std::vector<std::byte> profile = inflatedProfile(file.profile);
+    if (profile.empty()) return false;
+    const std::string name = profileName(profile);
+    if (isGrey(file)) {
+        if (!greyLevelsInSRGB(profile, 2)) return false;
+        color.space = CGColorSpace::sRGB();
+        color.greyProfile = std::move(profile);
+    } else {
+        auto space = CGColorSpace::fromICCProfile(profile);
+        if (!space) return false;
+        color.space = *std::move(space);
+    }
+    color.description = name.empty() ? "ICC profile" : "ICC profile " + name;
+    return true;
+}
+
+/// The gamma of the file in hundred-thousandths; 0 when it says none.
+std::uint32_t gammaOf(const PNGFile& file) {
+    if (file.gamma.size() != 4) return 0;
+    const std::uint32_t gamma = bigEndian32(file.gamma.data());
+    // From 0.01 to 100; beyond, no display ever was.
+    return gamma >= 1'000 && gamma <= 10'000'000 ? gamma : 0;
+}
+
+std::optional<Chromaticities> chromaticitiesOf(const PNGFile& file) {
+    if (file.chromaticities.size() != 32) return std::nullopt;
+    const auto point = [&](std::size_t index) {
+        const std::byte* const at = file.chromaticities.data() + index * 8;
+        return Chromaticity{bigEndian32(at) / 1e5, bigEndian32(at + 4) / 1e5};
+    };
+    return Chromaticities{point(0), point(1), point(2), point(3)};
+}
+
+/// Within a hundredth, as files that write two decimals are.
+bool areStandard(const Chromaticities& it) {
+    const Chromaticities standard;
+    const auto near = [](Chromaticity a, Chromaticity b) {
+        return std::abs(a.x - b.x) < 0.01 && std::abs(a.y - b.y) < 0.01;
+    };
+    return near(it.white, standard.white) && near(it.red, standard.red) &&
+           near(it.green, standard.green) && near(it.blue, standard.blue);
+}
+
+void useMeasurements(const PNGFile& file, PNGColor& color) {
+    const std::uint32_t gamma = gammaOf(file);
+    const auto chromaticities = isGrey(file) ? std::nullopt : chromaticitiesOf(file);
+    if (gamma == 0 && !chromaticities) return;
+    // 1 / 2.2 within one in a hundred is how files say sRGB.
+    const bool standardCurve = gamma == 0 || (gamma >= 45'000 && gamma <= 45'910);
+    const bool standardColors = !chromaticities || areStandard(*chromaticities);
+    const double exponent = gamma == 0 ? 0 : 1e5 / gamma;
+    std::string number = std::to_string(gamma / 1e5);
+    number.resize(number.find('.') + 5);
+    const std::string says = (gamma != 0 ? "gamma " + number : "") +
+                             (gamma != 0 && chromaticities ? ", " : "") +
+                             (chromaticities ? "chromaticities" : "");
+    if (standardCurve && standardColors) {
+        color.space = CGColorSpace::sRGB();
+    } else if (isGrey(file)) {
+        auto profile = makeGreyProfile(exponent);
+        if (!profile) return;
+        color.space = CGColorSpace::sRGB();
+        color.greyProfile = *std::move(profile);
+    } else {
+        const auto profile = makeRGBProfile(chromaticities.value_or(Chromaticities{}),
+                                            gamma == 0 ? std::nullopt : std::optional(exponent));
+        const auto space = profile ? CGColorSpace::fromICCProfile(*profile) : std::nullopt;
+        if (!space) return;
+        color.space = *space;
+    }
+    color.description = says;
+}
+
+}  // namespace
+
+PNGColor PNGColor::of(const PNGFile& file) {
+    PNGColor color;
+    if (useProfile(file, color)) return color;
+    if (file.standardRGB.size() == 1) {
+        color.space = CGColorSpace::sRGB();
+        color.description = "sRGB";
+        return color;
+    }
+    useMeasurements(file, color);
+    return color;
+}
+
+}  // namespace pictal::detail

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "PictalCore/Platform/Graphics/detail/ColorProfile.h"
+#include "PictalCore/Platform/ImageIO/detail/PNGFile.h"
+
+namespace pictal::detail {
+
+/// What a file says its numbers mean. A profile counts before the sRGB mark, and that before gamma
+/// and chromaticities; what cannot be used counts as absent.
+struct PNGColor {
+    /// The space of the pixels that are read.
+    CGColorSpace space;
+    /// A grey file's profile, through which its levels go to sRGB; empty: red = green = blue.
+    std::vector<std::byte> greyProfile;
+    /// As `PNG::Info::colorSpace`.
+    std::string description = "untagged";
+
+    [[nodiscard]] static PNGColor of(const PNGFile& file);
+};
+
+}  // namespace pictal::detail
