@@ -85,12 +85,14 @@ void Path::addRoundedRect(const CGRect& rect, CGFloat radius) {
 
 void Path::addPath(const Path& other) {
     if (other.isEmpty()) return;
-    const CGPoint start = other.start_;
-    const Path copy = &other == this ? other : Path();
-    const Path& source = &other == this ? copy : other;
-    verbs_.insert(verbs_.end(), source.verbs_.begin(), source.verbs_.end());
-    points_.insert(points_.end(), source.points_.begin(), source.points_.end());
-    start_ = start;
+    // By index, so that a path can be added to itself.
+    const std::size_t verbCount = other.verbs_.size();
+    const std::size_t pointCount = other.points_.size();
+    for (std::size_t i = 0; i < verbCount; ++i)
+        verbs_.push_back(other.verbs_[i]);
+    for (std::size_t i = 0; i < pointCount; ++i)
+        points_.push_back(other.points_[i]);
+    start_ = other.start_;
 }
 
 CGRect Path::boundingBox() const {

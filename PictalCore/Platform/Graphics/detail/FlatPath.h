@@ -10,7 +10,10 @@
 
 namespace pictal::detail {
 
-/// Polylines in device pixels, y down. All coordinates are finite and at most 1e100 in size.
+/// Beyond this, products of coordinates would overflow.
+inline constexpr CGFloat farthest = 1e100;
+
+/// Polylines in device pixels, y down. All coordinates are finite and at most `farthest` in size.
 class FlatPath {
   public:
     struct Contour {
@@ -37,7 +40,7 @@ class FlatPath {
     std::vector<End> ends_;
 };
 
-/// The path as polylines that fill like it on the pixels of `visible`: within 0.002 px there.
+/// The path as polylines that fill like it on the pixels of `visible`: within 0.001 px there.
 /// Curves that lie beside `visible` become chords beside it. A path with a coordinate that is not
 /// finite, before or after the transform, becomes nothing: half of a shape would be worse.
 [[nodiscard]] FlatPath flattenedForFill(const Path& path, const AffineTransform& transform,
