@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <initializer_list>
@@ -81,5 +82,20 @@ class PNGBuilder {
 
     std::vector<std::pair<std::string, Bytes>> chunks_;
 };
+
+/// Makes the checksum of every chunk right again, so that damage reaches the decoder behind it.
+inline void repairChecksums(std::span<std::byte> file) {
+    constexpr std::size_t frame = 12;
+    for (std::size_t at = 8; at + frame <= file.size();) {
+        std::size_t length = 0;
+        for (std::size_t i = 0; i < 4; ++i)
+            length = length << 8 | std::to_integer<std::size_t>(file[at + i]);
+        if (length > file.size() - at - frame) return;
+        const auto checksum =
+            PNGBuilder::number(libdeflate_crc32(0, file.data() + at + 4, length + 4));
+        std::ranges::copy(std::as_bytes(std::span(checksum)), file.data() + at + 8 + length);
+        at += length + frame;
+    }
+}
 
 }  // namespace pictal

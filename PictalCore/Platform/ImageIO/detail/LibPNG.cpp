@@ -49,11 +49,17 @@ void giveBytes(png_structp png, png_bytep to, std::size_t count) {
     session->rest = session->rest.subspan(count);
 }
 
+constexpr std::uint8_t skippedChunks[] =
+    "bKGD\0cHRM\0eXIf\0gAMA\0hIST\0iCCP\0iTXt\0oFFs\0pCAL\0pHYs\0sBIT\0sCAL\0sPLT\0sRGB\0sTER\0tEXt"
+    "\0"
+    "tIME\0zTXt";
+
 bool begin(Session& session) {
     if (setjmp(png_jmpbuf(session.png))) return false;
     png_set_user_limits(session.png, maximumSide, maximumSide);
     // Chunks that say nothing about the stored pixels are skipped unread, however large.
-    png_set_keep_unknown_chunks(session.png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
+    png_set_keep_unknown_chunks(session.png, PNG_HANDLE_CHUNK_NEVER, skippedChunks,
+                                sizeof skippedChunks / 5);
     png_set_chunk_malloc_max(session.png, 0);
     png_set_read_fn(session.png, &session, giveBytes);
     png_read_info(session.png, session.info);
@@ -69,7 +75,7 @@ bool readRow(Session& session, std::uint8_t* row) {
 
 bool finish(Session& session) {
     if (setjmp(png_jmpbuf(session.png))) return false;
-    png_read_end(session.png, nullptr);
+    png_read_end(session.png, session.info);
     return true;
 }
 

@@ -95,5 +95,48 @@ TEST(PNGRead, EveryKindBecomesPremultipliedPixelsRoundedOnce) {
     }
 }
 
+/// Which pass of an interlaced file holds a pixel, from the standard's figure.
+constexpr std::string_view passes[8] = {"16462646", "77777777", "56565656", "77777777",
+                                        "36463646", "77777777", "56565656", "77777777"};
+
+TEST(PNGRead, InterlacedPicturesOfEverySmallSize) {
+    for (std::uint32_t width = 1; width <= 10; ++width)
+        for (std::uint32_t height = 1; height <= 10; ++height) {
+            Bytes filtered;
+            std::vector<std::uint32_t> expected;
+            const auto level = [&](std::uint32_t x, std::uint32_t y) { return y * width + x; };
+            for (int pass = 1; pass <= 7; ++pass)
+                for (std::uint32_t y = 0; y < height; ++y) {
+                    Bytes row{0};
+                    for (std::uint32_t x = 0; x < width; ++x)
+                        if (passes[y % 8][x % 8] == '0' + pass)
+                            row.push_back(static_cast<std::uint8_t>(level(x, y)));
+                    if (row.size() > 1) filtered.insert(filtered.end(), row.begin(), row.end());
+                }
+            for (std::uint32_t i = 0; i < width * height; ++i)
+                expected.push_back(0xFF000000 | i * 0x010101);
+            const auto image = PNG::read(PNGBuilder(width, height, 0, 8, 1).rows(filtered).build());
+            ASSERT_TRUE(image) << width << " × " << height << image.error().description();
+            EXPECT_EQ(pixelsOf(*image), expected) << width << " × " << height;
+        }
+}
+
+TEST(PNGRead, ReadsInfoWithoutPixels) {
+    const auto bytes = PNGBuilder(70'000, 3, 3, 4, 1)
+                           .chunk("gAMA", PNGBuilder::number(55'000))
+                           .chunk("PLTE", {1, 2, 3})
+                           .chunk("tRNS", {7})
+                           .chunk("IDAT", {1, 2, 3})
+                           .build();
+    const auto info = PNG::readInfo(std::span(bytes).first(bytes.size() - 16));
+    ASSERT_TRUE(info) << info.error().description();
+    EXPECT_EQ(info->width, 70'000);
+    EXPECT_EQ(info->height, 3);
+    EXPECT_EQ(info->bitDepth, 4);
+    EXPECT_EQ(info->colorType, PNG::ColorType::palette);
+    EXPECT_TRUE(info->interlaced && info->hasAlpha);
+    EXPECT_EQ(info->colorSpace, "gamma 0.5500");
+}
+
 }  // namespace
 }  // namespace pictal
