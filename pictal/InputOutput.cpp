@@ -80,6 +80,17 @@ std::expected<void, FileError> replaceFile(const fs::path& path, std::span<const
     return result;
 }
 
+/// What a link points to in the end, whether it exists or not.
+fs::path followingLinks(fs::path path) {
+    std::error_code error;
+    for (int links = 0; links < 40 && fs::is_symlink(fs::symlink_status(path, error)); ++links) {
+        const fs::path target = fs::read_symlink(path, error);
+        if (error) break;
+        path = path.parent_path() / target;
+    }
+    return path;
+}
+
 }  // namespace
 
 std::string commandPath(const CLI::App& app) {
@@ -114,11 +125,7 @@ std::expected<void, Failure> writeOutput(const std::string& path,
     if (fs::exists(status) && !fs::is_regular_file(status) && !fs::is_directory(status))
         return writeDevice(path, bytes);
 
-    // A link keeps being one: what it points to is replaced, and that may not exist yet.
-    fs::path target = path;
-    if (fs::is_symlink(fs::symlink_status(path, ignored)))
-        target = fs::weakly_canonical(path, ignored);
-    if (const auto result = replaceFile(target.empty() ? fs::path(path) : target, bytes); !result)
+    if (const auto result = replaceFile(followingLinks(path), bytes); !result)
         return std::unexpected(failure(result.error()));
     return {};
 }

@@ -13,6 +13,8 @@ using namespace pictal::program;
 
 int run(int argc, char** argv) {
     Program program;
+    for (const auto add : {addAnnotate, addDraft, addInfo})
+        add(program);
 
     try {
         program.app.parse(argc, argv);

@@ -64,6 +64,12 @@ for source in files("PictalCore/*.h", "PictalCore/*.cpp", "pictal/*.h", "pictal/
             if not allowed:
                 problems.append(f"{where}: {name} belongs behind the platform layer")
 
+umbrella = pathlib.Path("PictalCore/PictalCore.h").read_text()
+for header in files("PictalCore/*.h"):
+    internal = {"detail", "Kernels"} & set(header.parts)
+    if not internal and header.name != "PictalCore.h" and f'"{header}"' not in umbrella:
+        problems.append(f"PictalCore/PictalCore.h leaves out {header}")
+
 architecture = pathlib.Path("ARCHITECTURE.md").read_text()
 for name in re.findall(r"`([A-Za-z.][\w./-]*/[\w./-]*)`", architecture):
     if not pathlib.Path(name).exists():

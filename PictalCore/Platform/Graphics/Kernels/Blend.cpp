@@ -64,9 +64,32 @@ void copyPixels(std::span<std::uint32_t> row, std::span<const std::uint32_t> sou
         row[i] = mixed(row[i], source[i], coverage[i]);
 }
 
-void eraseCovered(std::span<std::uint32_t> row, std::span<const std::uint8_t> coverage) {
+void copyColor(std::span<std::uint32_t> row, std::uint32_t pixel,
+               std::span<const std::uint8_t> coverage) {
     for (std::size_t i = 0; i < row.size(); ++i)
-        row[i] = scaled(row[i], 255U - coverage[i]);
+        row[i] = mixed(row[i], pixel, coverage[i]);
+}
+
+void eraseEvenly(std::span<std::uint32_t> row, std::uint32_t alpha) {
+    for (std::uint32_t& pixel : row)
+        pixel = scaled(pixel, 255 - alpha);
+}
+
+void eraseCovered(std::span<std::uint32_t> row, std::uint32_t alpha,
+                  std::span<const std::uint8_t> coverage) {
+    for (std::size_t i = 0; i < row.size(); ++i)
+        row[i] = scaled(row[i], 255 - divideBy255(alpha * coverage[i]));
+}
+
+void erasePixels(std::span<std::uint32_t> row, std::span<const std::uint32_t> source) {
+    for (std::size_t i = 0; i < row.size(); ++i)
+        row[i] = scaled(row[i], 255 - alphaOf(source[i]));
+}
+
+void erasePixels(std::span<std::uint32_t> row, std::span<const std::uint32_t> source,
+                 std::span<const std::uint8_t> coverage) {
+    for (std::size_t i = 0; i < row.size(); ++i)
+        row[i] = scaled(row[i], 255 - divideBy255(alphaOf(source[i]) * coverage[i]));
 }
 
 void scaleCoverage(std::span<std::uint8_t> coverage, std::uint8_t factor) {

@@ -24,8 +24,19 @@ void blendPixels(std::span<std::uint32_t> row, std::span<const std::uint32_t> so
 void copyPixels(std::span<std::uint32_t> row, std::span<const std::uint32_t> source,
                 std::span<const std::uint8_t> coverage);
 
-/// Takes away as much of the row as is covered.
-void eraseCovered(std::span<std::uint32_t> row, std::span<const std::uint8_t> coverage);
+/// Replaces the row by one premultiplied pixel as far as it is covered.
+void copyColor(std::span<std::uint32_t> row, std::uint32_t pixel,
+               std::span<const std::uint8_t> coverage);
+
+/// Takes away a part of the row, alpha / 255, or as much of that as is covered.
+void eraseEvenly(std::span<std::uint32_t> row, std::uint32_t alpha);
+void eraseCovered(std::span<std::uint32_t> row, std::uint32_t alpha,
+                  std::span<const std::uint8_t> coverage);
+
+/// Takes away as much of the row as the source is opaque.
+void erasePixels(std::span<std::uint32_t> row, std::span<const std::uint32_t> source);
+void erasePixels(std::span<std::uint32_t> row, std::span<const std::uint32_t> source,
+                 std::span<const std::uint8_t> coverage);
 
 /// coverage × factor / 255, in place.
 void scaleCoverage(std::span<std::uint8_t> coverage, std::uint8_t factor);

@@ -16,6 +16,8 @@ class ColorConversion {
     [[nodiscard]] static std::optional<ColorConversion> make(const CGColorSpace& from,
                                                              const CGColorSpace& to);
 
+    /// Whether converting changes nothing.
+    [[nodiscard]] bool isIdentity() const { return !transform_; }
     /// Both spans have the same length and may be the same memory.
     void convert(std::span<const std::uint32_t> from, std::span<std::uint32_t> to) const;
 

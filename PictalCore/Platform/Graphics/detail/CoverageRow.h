@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PictalCore/Platform/Graphics/FillRule.h"
 #include "PictalCore/Platform/Graphics/detail/CoverageSink.h"
 #include "PictalCore/Platform/Graphics/detail/Fixed.h"
 #include "PictalCore/Platform/Graphics/detail/PixelRect.h"
@@ -9,8 +10,6 @@
 #include <vector>
 
 namespace pictal::detail {
-
-enum class FillRule : std::uint8_t { nonZero, evenOdd };
 
 /// Gathers the edges that cross one row of pixels and reports what they enclose.
 ///

@@ -97,7 +97,7 @@ TEST(Blend, KernelsFollowTheirFormulas) {
         [](double below, double, double, double, double coverage) {
             return below * (1 - coverage);
         },
-        [](auto row, auto, auto coverage) { eraseCovered(row, coverage); });
+        [](auto row, auto, auto coverage) { eraseCovered(row, 255, coverage); });
     expectFormula(
         "blendPixels", 0.5,
         [](double below, double above, double, double aboveAlpha, double) {
@@ -138,7 +138,7 @@ TEST(Blend, OpaqueStaysOpaqueAndNothingExceedsItsAlpha) {
     Rows translucent(4096, 8);
     blendPixels(translucent.below, translucent.above, translucent.coverage);
     copyPixels(translucent.below, translucent.above, translucent.coverage);
-    eraseCovered(translucent.below, translucent.coverage);
+    eraseCovered(translucent.below, 255, translucent.coverage);
     for (const std::uint32_t pixel : translucent.below) {
         ASSERT_LE(redOf(pixel), alphaOf(pixel));
         ASSERT_LE(blueOf(pixel), alphaOf(pixel));

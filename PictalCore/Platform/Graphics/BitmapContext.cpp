@@ -1,0 +1,264 @@
+#include "PictalCore/Platform/Graphics/BitmapContext.h"
+
+#include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
+#include "PictalCore/Platform/Graphics/detail/Clip.h"
+#include "PictalCore/Platform/Graphics/detail/ColorConversion.h"
+#include "PictalCore/Platform/Graphics/detail/FillRasterizer.h"
+#include "PictalCore/Platform/Graphics/detail/FlatPath.h"
+#include "PictalCore/Platform/Graphics/detail/ImageSource.h"
+#include "PictalCore/Platform/Graphics/detail/Painter.h"
+#include "PictalCore/Platform/Graphics/detail/PixelBuffer.h"
+#include "PictalCore/Platform/Graphics/detail/Shadow.h"
+#include "PictalCore/Platform/Graphics/detail/StrokeRasterizer.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+#include <vector>
+
+namespace pictal {
+
+using namespace detail;
+
+namespace {
+
+struct State {
+    AffineTransform transform;
+    Clip clip;
+    CGColor fillColor{0, 0, 0, 1};
+    CGColor strokeColor{0, 0, 0, 1};
+    CGFloat lineWidth = 1;
+    BlendMode blendMode = BlendMode::normal;
+    CGFloat alpha = 1;
+    bool antialias = true;
+    std::optional<ShadowSettings> shadow = std::nullopt;
+};
+
+/// A component of 0…1 in 255 levels.
+std::uint8_t levels(CGFloat component) {
+    return component > 0 ? static_cast<std::uint8_t>(std::lround(std::min(component, 1.0) * 255))
+                         : std::uint8_t{0};
+}
+
+std::uint32_t straightPixel(const CGColor& color) {
+    return kernels::pixelOf(levels(color.red), levels(color.green), levels(color.blue),
+                            levels(color.alpha));
+}
+
+Path pathOf(const CGRect& rect) {
+    Path path;
+    path.addRect(rect);
+    return path;
+}
+
+Path ellipseIn(const CGRect& rect) {
+    Path path;
+    path.addEllipse(rect);
+    return path;
+}
+
+/// The inverse; nothing where the plane is squeezed into a line or a number is not finite.
+std::optional<AffineTransform> inverted(const AffineTransform& t) {
+    const CGFloat determinant = t.a * t.d - t.b * t.c;
+    if (!std::isfinite(1 / determinant) || determinant == 0) return std::nullopt;
+    const AffineTransform linear{
+        t.d / determinant, -t.b / determinant, -t.c / determinant, t.a / determinant, 0, 0};
+    return AffineTransform::translation(-t.tx, -t.ty).concatenated(linear);
+}
+
+}  // namespace
+
+struct BitmapContext::Impl {
+    PixelBuffer canvas;
+    CGColorSpace colorSpace;
+    std::vector<State> states;  // never empty; the last one is in force
+
+    [[nodiscard]] State& state() { return states.back(); }
+
+    [[nodiscard]] PaintOptions options() {
+        return {state().blendMode, levels(state().alpha), state().antialias};
+    }
+    [[nodiscard]] CGFloat deviceLineWidth() {
+        const AffineTransform& t = state().transform;
+        return state().lineWidth * std::sqrt(std::abs(t.a * t.d - t.b * t.c));
+    }
+    [[nodiscard]] ShadowCaster filled(const Path& path, FillRule rule) {
+        return [=, transform = state().transform](CGPoint moved, const PixelRect& area,
+                                                  CoverageSink& sink) {
+            const auto device =
+                transform.concatenated(AffineTransform::translation(moved.x, moved.y));
+            rasterizeFill(flattenedForFill(path, device, area), rule, area, sink);
+        };
+    }
+    [[nodiscard]] ShadowCaster stroked(const Path& path) {
+        return [=, transform = state().transform, width = deviceLineWidth()](
+                   CGPoint moved, const PixelRect& area, CoverageSink& sink) {
+            const auto device =
+                transform.concatenated(AffineTransform::translation(moved.x, moved.y));
+            rasterizeStroke(flattenedForStroke(path, device, width, area), width, area, sink);
+        };
+    }
+
+    void paint(const ShadowCaster& shape, const CGColor& color);
+    void clipTo(const ShadowCaster& shape);
+};
+
+/// Casts the shape's shadow if there is one, then paints the shape.
+void BitmapContext::Impl::paint(const ShadowCaster& shape, const CGColor& color) {
+    const PixelRect& visible = state().clip.bounds();
+    if (visible.isEmpty()) return;
+    if (const auto& shadow = state().shadow) {
+        const CGColor tint = shadow->color.withAlpha(shadow->color.alpha * color.alpha);
+        ColorPainter painter(canvas, state().clip, options(), straightPixel(tint));
+        castShadow(*shadow, shape, visible, painter);
+    }
+    ColorPainter painter(canvas, state().clip, options(), straightPixel(color));
+    shape({}, visible, painter);
+}
+
+void BitmapContext::Impl::clipTo(const ShadowCaster& shape) {
+    CoverageMask mask(state().clip.bounds());
+    if (!mask.area().isEmpty()) shape({}, mask.area(), mask);
+    state().clip.intersect(std::move(mask));
+}
+
+BitmapContext::BitmapContext(std::unique_ptr<Impl> impl) : impl_(std::move(impl)) {}
+BitmapContext::BitmapContext(BitmapContext&&) noexcept = default;
+BitmapContext& BitmapContext::operator=(BitmapContext&&) noexcept = default;
+BitmapContext::~BitmapContext() = default;
+
+std::optional<BitmapContext> BitmapContext::make(std::int64_t width, std::int64_t height,
+                                                 const CGColorSpace& colorSpace) {
+    auto canvas = PixelBuffer::allocate(width, height, PixelBuffer::Contents::transparent);
+    if (!canvas) return std::nullopt;
+    // Pixels count from the top, coordinates from the bottom.
+    const AffineTransform upward{1, 0, 0, -1, 0, static_cast<CGFloat>(height)};
+    State initial{.transform = upward, .clip = Clip({0, 0, width, height})};
+    return BitmapContext(
+        std::make_unique<Impl>(Impl{*std::move(canvas), colorSpace, {std::move(initial)}}));
+}
+
+std::int64_t BitmapContext::width() const {
+    return impl_->canvas.width();
+}
+std::int64_t BitmapContext::height() const {
+    return impl_->canvas.height();
+}
+
+void BitmapContext::saveGState() {
+    impl_->states.push_back(impl_->state());
+}
+void BitmapContext::restoreGState() {
+    if (impl_->states.size() > 1) impl_->states.pop_back();
+}
+
+void BitmapContext::concatenate(const AffineTransform& transform) {
+    impl_->state().transform = transform.concatenated(impl_->state().transform);
+}
+
+void BitmapContext::setFillColor(const CGColor& color) {
+    impl_->state().fillColor = color;
+}
+void BitmapContext::setStrokeColor(const CGColor& color) {
+    impl_->state().strokeColor = color;
+}
+void BitmapContext::setLineWidth(CGFloat width) {
+    impl_->state().lineWidth = width;
+}
+void BitmapContext::setBlendMode(BlendMode mode) {
+    impl_->state().blendMode = mode;
+}
+void BitmapContext::setAlpha(CGFloat alpha) {
+    impl_->state().alpha = alpha;
+}
+void BitmapContext::setShouldAntialias(bool antialias) {
+    impl_->state().antialias = antialias;
+}
+void BitmapContext::setShadow(CGSize offset, CGFloat blur, const CGColor& color) {
+    impl_->state().shadow = ShadowSettings{offset, blur, color};
+}
+void BitmapContext::removeShadow() {
+    impl_->state().shadow.reset();
+}
+
+void BitmapContext::clip(const CGRect& rect) {
+    clip(pathOf(rect));
+}
+void BitmapContext::clip(const Path& path, FillRule rule) {
+    impl_->clipTo(impl_->filled(path, rule));
+}
+void BitmapContext::clipToStroke(const Path& path) {
+    impl_->clipTo(impl_->stroked(path));
+}
+
+void BitmapContext::fill(const CGRect& rect) {
+    fill(pathOf(rect));
+}
+void BitmapContext::fill(const Path& path, FillRule rule) {
+    impl_->paint(impl_->filled(path, rule), impl_->state().fillColor);
+}
+void BitmapContext::fillEllipse(const CGRect& rect) {
+    fill(ellipseIn(rect));
+}
+void BitmapContext::stroke(const CGRect& rect) {
+    stroke(pathOf(rect));
+}
+void BitmapContext::stroke(const Path& path) {
+    impl_->paint(impl_->stroked(path), impl_->state().strokeColor);
+}
+void BitmapContext::strokeEllipse(const CGRect& rect) {
+    stroke(ellipseIn(rect));
+}
+
+void BitmapContext::clear(const CGRect& rect) {
+    saveGState();
+    setBlendMode(BlendMode::clear);
+    setAlpha(1);
+    removeShadow();
+    fill(rect);
+    restoreGState();
+}
+
+void BitmapContext::draw(const CGImage& image, const CGRect& rect) {
+    State& state = impl_->state();
+    const CGRect place = rect.standardized();
+    const auto conversion = ColorConversion::make(image.colorSpace(), impl_->colorSpace);
+    if (image.width() == 0 || place.isEmpty() || !conversion) return;
+
+    // The image's own pixels, y down, spread over the rectangle.
+    const auto columns = static_cast<CGFloat>(image.width());
+    const auto rows = static_cast<CGFloat>(image.height());
+    const AffineTransform spread{
+        place.width() / columns, 0, 0, -place.height() / rows, place.minX(), place.maxY()};
+    const auto source = [&](CGPoint moved) -> std::optional<ImageSource> {
+        const auto device = spread.concatenated(state.transform)
+                                .concatenated(AffineTransform::translation(moved.x, moved.y));
+        const auto back = inverted(device);
+        if (!back) return std::nullopt;
+        return ImageSource(image, *back, *conversion);
+    };
+    auto pixels = source({});
+    const PixelRect& visible = state.clip.bounds();
+    if (!pixels || visible.isEmpty()) return;
+    const ShadowCaster frame = impl_->filled(pathOf(place), FillRule::nonZero);
+
+    if (state.shadow) {
+        const ShadowCaster silhouette = [&](CGPoint moved, const PixelRect& area,
+                                            CoverageSink& sink) {
+            auto movedPixels = source(moved);
+            AlphaFilter filter(*movedPixels, sink);
+            frame(moved, area, filter);
+        };
+        ColorPainter painter(impl_->canvas, state.clip, impl_->options(),
+                             straightPixel(state.shadow->color));
+        castShadow(*state.shadow, silhouette, visible, painter);
+    }
+    ImagePainter painter(impl_->canvas, state.clip, impl_->options(), *pixels);
+    frame({}, visible, painter);
+}
+
+CGImage BitmapContext::makeImage() && {
+    return CGImage(std::move(impl_->canvas), impl_->colorSpace);
+}
+
+}  // namespace pictal

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "PictalCore/Platform/Graphics/AffineTransform.h"
+#include "PictalCore/Platform/Graphics/CGImage.h"
+#include "PictalCore/Platform/Graphics/detail/ColorConversion.h"
+#include "PictalCore/Platform/Graphics/detail/CoverageSink.h"
+
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace pictal::detail {
+
+/// An image placed on a canvas, read span by span in the canvas's colour space. Each canvas pixel
+/// takes the image pixel that its centre falls on, or the nearest one.
+class ImageSource {
+  public:
+    /// @param deviceToImage  from canvas pixels to image pixels, both with y down
+    ImageSource(const CGImage& image, const AffineTransform& deviceToImage,
+                ColorConversion conversion);
+
+    [[nodiscard]] bool isOpaque() const { return image_.isOpaque(); }
+    /// The pixels that belong on columns left…left + count − 1 of a canvas row. The span lasts
+    /// until the next call.
+    [[nodiscard]] std::span<const std::uint32_t> pixels(std::int64_t row, std::int64_t left,
+                                                        std::int64_t count);
+
+  private:
+    [[nodiscard]] std::span<const std::uint32_t> sampled(std::int64_t row, std::int64_t left,
+                                                         std::int64_t count);
+
+    CGImage image_;
+    AffineTransform deviceToImage_;
+    ColorConversion conversion_;
+    bool placedPixelByPixel_;  // image pixels fall on canvas pixels, unscaled
+    std::vector<std::uint32_t> scratch_;
+};
+
+/// Passes coverage on, weighed by the alpha of an image's pixels: the silhouette of the image.
+class AlphaFilter final : public CoverageSink {
+  public:
+    AlphaFilter(ImageSource& source, CoverageSink& next) : source_(source), next_(next) {}
+
+    void solid(std::int64_t row, std::int64_t left, std::int64_t right) override;
+    void varied(std::int64_t row, std::int64_t left,
+                std::span<const std::uint8_t> coverage) override;
+
+  private:
+    ImageSource& source_;
+    CoverageSink& next_;
+    std::vector<std::uint8_t> scratch_;
+};
+
+}  // namespace pictal::detail

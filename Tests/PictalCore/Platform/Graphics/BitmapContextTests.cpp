@@ -1,0 +1,230 @@
+#include "PictalCore/Platform/Graphics/BitmapContext.h"
+#include "Tests/Support/PictureProbe.h"
+
+#include <limits>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+namespace pictal {
+namespace {
+
+using kernels::pixelOf;
+
+constexpr CGFloat nan = std::numeric_limits<CGFloat>::quiet_NaN();
+constexpr CGColor red{1, 0, 0, 1};
+constexpr CGColor half{0, 0, 0, 0.5};
+
+BitmapContext canvas(std::int64_t width, std::int64_t height) {
+    return BitmapContext::make(width, height, CGColorSpace::sRGB()).value();
+}
+
+PictureProbe finished(BitmapContext& context) {
+    return PictureProbe(std::move(context).makeImage());
+}
+
+TEST(BitmapContext, RefusesSizesThatAreNoPictureOrDoNotFit) {
+    struct Case {
+        const char* name;
+        std::int64_t width, height;
+    };
+    constexpr auto most = std::numeric_limits<std::int64_t>::max();
+    for (const Case& c : {Case{"empty", 0, 5}, Case{"negative", 5, -1}, Case{"side", 8'000'001, 1},
+                          Case{"bytes", 100'000, 100'000}, Case{"overflow", most, most}})
+        EXPECT_FALSE(BitmapContext::make(c.width, c.height, CGColorSpace::sRGB())) << c.name;
+    EXPECT_TRUE(BitmapContext::make(8'000'000, 1, CGColorSpace::sRGB()));
+}
+
+TEST(BitmapContext, StartsTransparentAndCountsYFromTheBottom) {
+    BitmapContext context = canvas(4, 3);
+    context.setFillColor(red);
+    context.fill(CGRect(1, 0, 2, 1));
+    const PictureProbe probe = finished(context);
+    EXPECT_EQ(probe.extents(), (detail::PixelRect{1, 2, 3, 3}));
+    EXPECT_EQ(probe.pixel(1, 2), pixelOf(255, 0, 0, 255));
+    EXPECT_EQ(probe.pixel(0, 0), 0U);
+}
+
+TEST(BitmapContext, TransformsComposeAndStatesReturn) {
+    BitmapContext context = canvas(20, 20);
+    context.setFillColor(red);
+    context.saveGState();
+    context.concatenate(AffineTransform::translation(4, 2));
+    context.concatenate(AffineTransform::scale(2, 3));
+    context.fill(CGRect(1, 1, 2, 2));  // (6, 5)…(10, 11)
+    context.restoreGState();
+    context.restoreGState();
+    context.restoreGState();
+    context.fill(CGRect(0, 19, 1, 1));
+    const PictureProbe probe = finished(context);
+    EXPECT_EQ(probe.alpha(6, 14), 255);
+    EXPECT_EQ(probe.alpha(9, 9), 255);
+    EXPECT_EQ(probe.alpha(0, 0), 255);
+    EXPECT_EQ(probe.coverage(), 4 * 6 + 1);
+}
+
+TEST(BitmapContext, BlendModes) {
+    struct Case {
+        const char* name;
+        BlendMode mode;
+        std::uint32_t whole, halfCovered;  // red at alpha 128 over opaque blue
+    };
+    for (const Case& c :
+         {Case{"normal", BlendMode::normal, pixelOf(128, 0, 127, 255), pixelOf(64, 0, 191, 255)},
+          Case{"copy", BlendMode::copy, pixelOf(128, 0, 0, 128), pixelOf(64, 0, 127, 191)},
+          Case{"clear", BlendMode::clear, 0, pixelOf(0, 0, 127, 127)},
+          Case{"destination out", BlendMode::destinationOut, pixelOf(0, 0, 127, 127),
+               pixelOf(0, 0, 191, 191)}}) {
+        const auto painted = [&](const auto& paint) {
+            BitmapContext context = canvas(4, 1);
+            context.setFillColor({0, 0, 1, 1});
+            context.fill(CGRect(0, 0, 4, 1));
+            context.setBlendMode(c.mode);
+            context.setFillColor({1, 0, 0, 128 / 255.0});
+            paint(context);
+            return finished(context);
+        };
+        const CGRect place(0, 0, 1.5, 1);  // one whole pixel and half of one
+        const PictureProbe fill = painted([&](BitmapContext& context) { context.fill(place); });
+        const CGImage ink = pictureOf({pixelOf(128, 0, 0, 128)}, 1);
+        const PictureProbe image =
+            painted([&](BitmapContext& context) { context.draw(ink, place); });
+        for (const auto& [probe, source] : {std::pair(fill, "colour"), std::pair(image, "image")}) {
+            EXPECT_EQ(pixelText(probe.pixel(0, 0)), pixelText(c.whole)) << c.name << source;
+            EXPECT_LE(levelsBetween(probe.pixel(1, 0), c.halfCovered), 1)
+                << c.name << ", " << source << ": " << pixelText(probe.pixel(1, 0));
+            EXPECT_EQ(probe.pixel(2, 0), pixelOf(0, 0, 255, 255)) << c.name << source;
+        }
+    }
+}
+
+TEST(BitmapContext, ClipsMultiplyAndReachNoFurther) {
+    BitmapContext context = canvas(10, 10);
+    context.setFillColor(red);
+    context.clip(CGRect(0, 0, 5.5, 10));
+    context.clip(CGRect(2, 0, 10, 5.5));
+    context.fill(CGRect(0, 0, 10, 10));
+    const PictureProbe probe = finished(context);
+    EXPECT_EQ(probe.extents(), (detail::PixelRect{2, 4, 6, 10}));
+    EXPECT_NEAR(probe.alpha(5, 9), 128, 1);
+    EXPECT_NEAR(probe.alpha(2, 4), 128, 1);
+    EXPECT_NEAR(probe.alpha(5, 4), 64, 1);
+    EXPECT_NEAR(probe.coverage(), 3.5 * 5.5, 0.1);
+}
+
+TEST(BitmapContext, ClipsToPathsAndStrokes) {
+    BitmapContext context = canvas(40, 40);
+    Path ring;
+    ring.addEllipse(CGRect(4, 4, 32, 32));
+    ring.addEllipse(CGRect(12, 12, 16, 16));
+    context.saveGState();
+    context.clip(ring, FillRule::evenOdd);
+    context.fill(CGRect(0, 0, 40, 40));
+    context.restoreGState();
+    Path line;
+    line.moveTo({5, 20});
+    line.lineTo({35, 20});
+    context.setLineWidth(4);
+    context.clipToStroke(line);
+    context.clear(CGRect(0, 0, 40, 40));
+    const PictureProbe probe = finished(context);
+    const double ringArea = std::numbers::pi * (16 * 16 - 8 * 8);
+    EXPECT_EQ(probe.alpha(8, 20), 0) << "cleared by the line";
+    EXPECT_EQ(probe.alpha(20, 20), 0) << "the hole";
+    EXPECT_EQ(probe.alpha(20, 6), 255);
+    EXPECT_NEAR(probe.coverage(), ringArea - 2 * 4 * 8, 1);
+}
+
+TEST(BitmapContext, DrawsImagesUprightAndNearest) {
+    const CGImage image =
+        pictureOf({1 | 0xFF000000, 2 | 0xFF000000, 3 | 0xFF000000, 4 | 0xFF000000}, 2);
+    struct Case {
+        const char* name;
+        AffineTransform transform;
+        CGRect place;
+        std::array<int, 4> corners;  // upper left, upper right, lower left, lower right
+    };
+    for (const Case& c : {Case{"as it is", {}, {0, 0, 4, 4}, {1, 2, 3, 4}},
+                          Case{"negative size", {}, {4, 4, -4, -4}, {1, 2, 3, 4}},
+                          Case{"y downward", {1, 0, 0, -1, 0, 4}, {0, 0, 4, 4}, {3, 4, 1, 2}},
+                          Case{"mirrored", {-1, 0, 0, 1, 4, 0}, {0, 0, 4, 4}, {2, 1, 4, 3}},
+                          Case{"a quarter turn", {0, 1, -1, 0, 4, 0}, {0, 0, 4, 4}, {2, 4, 1, 3}},
+                          Case{"beyond the canvas", {}, {-4, -4, 8, 8}, {2, 2, 2, 2}}}) {
+        BitmapContext context = canvas(4, 4);
+        context.concatenate(c.transform);
+        context.draw(image, c.place);
+        const PictureProbe probe = finished(context);
+        const std::array corners{probe.red(0, 0), probe.red(3, 0), probe.red(0, 3),
+                                 probe.red(3, 3)};
+        EXPECT_EQ(corners, c.corners) << c.name;
+        EXPECT_EQ(probe.coverage(), 16) << c.name;
+    }
+}
+
+TEST(BitmapContext, DrawsOddThingsAsNothing) {
+    BitmapContext context = canvas(8, 8);
+    const CGImage image = pictureOf({0xFFFFFFFF}, 1);
+    Path open;
+    open.moveTo({nan, 1});
+    open.lineTo({5, 5});
+    context.fill(CGRect(nan, 0, 4, 4));
+    context.fill(CGRect::null());
+    context.stroke(CGRect::null());
+    context.stroke(open);
+    context.setLineWidth(0);
+    context.stroke(CGRect(1, 1, 4, 4));
+    context.draw(image, CGRect(0, 0, 0, 5));
+    context.draw(image, CGRect(0, 0, nan, 5));
+    context.draw(CGImage(), CGRect(0, 0, 5, 5));
+    context.concatenate(AffineTransform::scale(0, 1));
+    context.draw(image, CGRect(0, 0, 5, 5));
+    context.fill(CGRect(0, 0, 5, 5));
+    EXPECT_EQ(finished(context).coverage(), 0);
+}
+
+TEST(BitmapContext, AntialiasingAndAlpha) {
+    BitmapContext context = canvas(4, 1);
+    context.setShouldAntialias(false);
+    context.setAlpha(0.5);
+    context.setFillColor(half);
+    context.fill(CGRect(0, 0, 1.6, 1));
+    context.fill(CGRect(2.6, 0, 2, 1));
+    EXPECT_EQ(finished(context).alphaRow(0), (std::vector{64, 64, 0, 64}));
+}
+
+TEST(BitmapContext, ShadowsFallUnderTheShapeAndFollowItsAlpha) {
+    BitmapContext context = canvas(40, 20);
+    context.setFillColor(red);
+    context.setShadow({20, -5}, 0, {0, 0, 1, 0.5});
+    context.fill(CGRect(2, 8, 10, 10));
+    context.removeShadow();
+    context.fill(CGRect(0, 0, 1, 1));
+    const PictureProbe probe = finished(context);
+    EXPECT_EQ(probe.pixel(5, 5), pixelOf(255, 0, 0, 255));
+    EXPECT_EQ(probe.pixel(22, 7), pixelOf(0, 0, 128, 128)) << "20 to the right and 5 down";
+    EXPECT_EQ(probe.pixel(31, 16), pixelOf(0, 0, 128, 128));
+    EXPECT_EQ(probe.alpha(21, 7), 0);
+    EXPECT_EQ(probe.alpha(20, 19), 0) << "no shadow once it is removed";
+
+    BitmapContext blurred = canvas(100, 100);
+    blurred.setShadow({200, 0}, 12, {0, 0, 0, 1});
+    blurred.draw(pictureOf({0x80000000, 0x80000000}, 1), CGRect(-160, 40, 20, 20));
+    const PictureProbe soft = finished(blurred);
+    EXPECT_NEAR(soft.coverage(), 400 * 128 / 255.0, 3) << "blurring keeps the amount";
+    EXPECT_EQ(soft.alpha(50, 50), soft.alpha(49, 49));
+    EXPECT_GT(soft.alpha(50, 50), soft.alpha(50, 60));
+}
+
+TEST(BitmapContext, GivesItsPixelsUpWithoutACopy) {
+    BitmapContext context = canvas(1000, 1000);
+    context.fill(CGRect(0, 0, 1000, 1000));
+    const CGImage image = std::move(context).makeImage();
+    EXPECT_TRUE(image.isOpaque());
+    EXPECT_EQ(image.width(), 1000);
+    const CGImage copy = image;
+    EXPECT_TRUE(copy.isSameImage(image));
+    EXPECT_EQ(copy.row(7).data(), image.row(7).data());
+}
+
+}  // namespace
+}  // namespace pictal

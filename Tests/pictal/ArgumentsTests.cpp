@@ -1,0 +1,64 @@
+#include "pictal/Arguments.h"
+
+#include <gtest/gtest.h>
+
+namespace pictal::program {
+namespace {
+
+TEST(Arguments, Numbers) {
+    for (const auto& [text, want] : {std::pair("12", 12.0),
+                                     {"-.5", -0.5},
+                                     {"+3", 3.0},
+                                     {"1e3", 1000.0},
+                                     {"0", 0.0},
+                                     {"5.", 5.0}})
+        EXPECT_EQ(parseNumber(text).value_or(-99), want) << text;
+    for (const char* text : {"", "abc", "12px", "1,5", "inf", "nan", "-", "1e999", " 1", "0x10"}) {
+        const auto number = parseNumber(text);
+        ASSERT_FALSE(number) << text;
+        EXPECT_EQ(number.error().message, "\"" + std::string(text) + "\" is not a number");
+    }
+}
+
+TEST(Arguments, Points) {
+    EXPECT_EQ(*parsePoint("10,20.5"), (CGPoint{10, 20.5}));
+    EXPECT_EQ(*parsePoint("-5, -.5"), (CGPoint{-5, -0.5}));
+    EXPECT_EQ(*parsePoint("3 4"), (CGPoint{3, 4}));
+    for (const char* text : {"", "10", "10,", ",10", "1,2,3", "1,2 3,4", "a,b"})
+        EXPECT_FALSE(parsePoint(text)) << text;
+    EXPECT_EQ(*parsePoints(" 1,2  3,4\n-5,.5 "), (std::vector<CGPoint>{{1, 2}, {3, 4}, {-5, 0.5}}));
+    EXPECT_EQ(*parsePoints(""), std::vector<CGPoint>());
+    EXPECT_EQ(parsePoints("1,2 3;4 5,6").error().message,
+              "\"3;4\" is not a point; write points as x,y x,y");
+    EXPECT_FALSE(parsePoints("1,2,3 4"));
+}
+
+TEST(Arguments, ColoursAsCSSWritesThem) {
+    struct Case {
+        const char* text;
+        RGBAColor want;
+    };
+    for (const Case& c :
+         {Case{"#f80", {1, 136 / 255.0, 0, 1}}, Case{"#F808", {1, 136 / 255.0, 0, 136 / 255.0}},
+          Case{"#336699", {0.2, 0.4, 0.6, 1}}, Case{"#33669980", {0.2, 0.4, 0.6, 128 / 255.0}},
+          Case{"rgb(51, 102, 153)", {0.2, 0.4, 0.6, 1}},
+          Case{"rgb(51 102 153 / 50%)", {0.2, 0.4, 0.6, 0.5}},
+          Case{"rgba(20%,40%,60%,.5)", {0.2, 0.4, 0.6, 0.5}},
+          Case{"hsl(210, 50%, 40%)", {0.2, 0.4, 0.6, 1}},
+          Case{"hsl(-150deg 50% 40%)", {0.2, 0.4, 0.6, 1}},
+          Case{"RebeccaPurple", {0.4, 0.2, 0.6, 1}}, Case{" transparent ", {0, 0, 0, 0}},
+          Case{"yellowgreen", {154 / 255.0, 205 / 255.0, 50 / 255.0, 1}}}) {
+        const auto color = parseColor(c.text);
+        ASSERT_TRUE(color) << c.text;
+        EXPECT_NEAR(color->red, c.want.red, 1e-12) << c.text;
+        EXPECT_NEAR(color->green, c.want.green, 1e-12) << c.text;
+        EXPECT_NEAR(color->blue, c.want.blue, 1e-12) << c.text;
+        EXPECT_NEAR(color->alpha, c.want.alpha, 1e-12) << c.text;
+    }
+    for (const char* text : {"", "#", "#12", "#12345", "#1234567", "#ggg", "rgb(1,2)", "rgb(1,2,3",
+                             "rgb(1,2,3,4,5)", "rgb(a,b,c)", "hsl(1,2)", "cmyk(1,2,3)", "reddish"})
+        EXPECT_FALSE(parseColor(text)) << text;
+}
+
+}  // namespace
+}  // namespace pictal::program

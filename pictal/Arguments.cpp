@@ -1,0 +1,82 @@
+#include "pictal/Arguments.h"
+
+#include <charconv>
+#include <cmath>
+#include <optional>
+
+#include <fmt/format.h>
+
+namespace pictal::program {
+
+namespace {
+
+constexpr std::string_view whiteSpace = " \t\n\r";
+
+/// The number at the front of the text, which is taken off; nothing where there is none.
+std::optional<double> takeNumber(std::string_view& text) {
+    // from_chars knows no plus sign, and takes "inf" and "nan".
+    std::string_view rest = text;
+    if (rest.starts_with('+')) rest.remove_prefix(1);
+    const std::size_t digits = rest.starts_with('-') ? 1 : 0;
+    if (digits >= rest.size() || std::string_view("0123456789.").find(rest[digits]) == rest.npos)
+        return std::nullopt;
+    double number = 0;
+    const auto [end, error] = std::from_chars(rest.data(), rest.data() + rest.size(), number);
+    if (error != std::errc() || !std::isfinite(number)) return std::nullopt;
+    text = rest.substr(static_cast<std::size_t>(end - rest.data()));
+    return number;
+}
+
+void skipWhiteSpace(std::string_view& text) {
+    text.remove_prefix(std::min(text.find_first_not_of(whiteSpace), text.size()));
+}
+
+/// The point at the front of the text, which is taken off.
+std::optional<CGPoint> takePoint(std::string_view& text) {
+    const auto x = takeNumber(text);
+    if (!x) return std::nullopt;
+    const std::size_t before = text.size();
+    skipWhiteSpace(text);
+    if (text.starts_with(',')) text.remove_prefix(1);
+    skipWhiteSpace(text);
+    if (text.size() == before) return std::nullopt;
+    const auto y = takeNumber(text);
+    if (!y) return std::nullopt;
+    return CGPoint{*x, *y};
+}
+
+std::unexpected<Failure> notUnderstood(std::string_view text, std::string_view wanted) {
+    return badInput(fmt::format("\"{}\" is not {}", text, wanted));
+}
+
+}  // namespace
+
+std::expected<double, Failure> parseNumber(std::string_view text) {
+    std::string_view rest = text;
+    const auto number = takeNumber(rest);
+    if (!number || !rest.empty()) return notUnderstood(text, "a number");
+    return *number;
+}
+
+std::expected<CGPoint, Failure> parsePoint(std::string_view text) {
+    std::string_view rest = text;
+    const auto point = takePoint(rest);
+    if (!point || !rest.empty()) return notUnderstood(text, "a point; write it as x,y");
+    return *point;
+}
+
+std::expected<std::vector<CGPoint>, Failure> parsePoints(std::string_view text) {
+    std::vector<CGPoint> points;
+    std::string_view rest = text;
+    for (skipWhiteSpace(rest); !rest.empty(); skipWhiteSpace(rest)) {
+        const std::string_view start = rest;
+        const auto point = takePoint(rest);
+        if (!point || (!rest.empty() && whiteSpace.find(rest.front()) == rest.npos))
+            return notUnderstood(start.substr(0, start.find_first_of(whiteSpace)),
+                                 "a point; write points as x,y x,y");
+        points.push_back(*point);
+    }
+    return points;
+}
+
+}  // namespace pictal::program

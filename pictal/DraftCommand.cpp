@@ -1,0 +1,96 @@
+#include "PictalCore/Annotation/AnnotationDraftBuilder.h"
+#include "pictal/Arguments.h"
+#include "pictal/Commands.h"
+
+#include <fmt/format.h>
+
+namespace pictal::program {
+
+namespace {
+
+struct DraftOptions {
+    AnnotationTool tool = AnnotationTool::rectangle;
+    std::string start, current;
+    std::vector<std::string> points;
+    std::string text;
+    std::int64_t number = 1;
+    std::string style;
+    bool json = true;
+};
+
+AnnotationStyle usualStyle(AnnotationTool tool) {
+    switch (tool) {
+        case AnnotationTool::highlight:
+            return AnnotationStyle::highlight;
+        case AnnotationTool::mosaic:
+            return AnnotationStyle::mosaic;
+        case AnnotationTool::text:
+            return AnnotationStyle::text;
+        default:
+            return {};
+    }
+}
+
+Outcome run(const DraftOptions& options) {
+    const auto start = parsePoint(options.start);
+    if (!start) return badInput("--start: " + start.error().message);
+    // A gesture that has not moved is where it started.
+    const auto current = options.current.empty() ? start : parsePoint(options.current);
+    if (!current) return badInput("--current: " + current.error().message);
+    std::string list;
+    for (const std::string& part : options.points)
+        list += part + " ";
+    const auto points = parsePoints(list);
+    if (!points) return badInput("--points: " + points.error().message);
+    AnnotationStyle style = usualStyle(options.tool);
+    if (!options.style.empty()) {
+        const auto stored = readJSON<AnnotationStyle>(options.style);
+        if (!stored) return std::unexpected(stored.error());
+        style = *stored;
+    }
+
+    const auto annotation = AnnotationDraftBuilder::annotation(
+        options.tool, *start, *current, *points, options.text, options.number, style);
+    if (!annotation)
+        return std::unexpected(Failure{
+            ExitStatus::no,
+            fmt::format("there is nothing to draw: {} needs {}", rawValue(options.tool),
+                        options.tool == AnnotationTool::text ? "--text that is not only white space"
+                                                             : "--points")});
+    const auto json = encodeJSON(*annotation);
+    if (!json) return badInput(json.error().description);
+    if (const auto printed = printText(*json + "\n"); !printed)
+        return std::unexpected(printed.error());
+    return ExitStatus::done;
+}
+
+}  // namespace
+
+void addDraft(Program& program) {
+    program.add<DraftOptions>(
+        "draft", "Print the annotation that a pointer gesture makes, as JSON",
+        "Examples:\n"
+        "  pictal draft --tool arrow --start 40,40 --current 200,120\n"
+        "  pictal draft --tool brush --start 0,0 --points 10,10 14,22 30,25\n"
+        "  pictal draft --tool number --start 80,80 --number 3\n"
+        "\n"
+        "Coordinates are pixels from the lower left corner, y upward.",
+        [](CLI::App& command, DraftOptions& options) {
+            command.add_option("--tool", options.tool, "What is drawn")
+                ->required()
+                ->transform(choice<AnnotationTool>());
+            command.add_option("--start", options.start, "Where the gesture began, x,y")
+                ->required();
+            command.add_option("--current", options.current,
+                               "Where it is now; the start if absent");
+            command.add_option("--points", options.points, "The path so far: x,y x,y ...");
+            command.add_option("--text", options.text, "The text of a text annotation");
+            command.add_option("--number", options.number, "The number of a badge")
+                ->capture_default_str();
+            command.add_option("--style", options.style, "JSON file with the style");
+            command.add_flag("--json", options.json, "Accepted; the output is always JSON");
+        },
+        run);
+}
+
+}  // namespace pictal::program

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "PictalCore/Platform/Graphics/CGImage.h"
+#include "PictalCore/Platform/ImageIO/PNG.h"
+#include "pictal/Program.h"
+
+#include <cstdint>
+#include <string>
+
+/// Reading and writing pictures as commands do, and the options that say how.
+namespace pictal::program {
+
+/// Where a picture comes from and how large it may be.
+struct ImageInput {
+    std::string path;
+    std::int64_t maximumPixels = PNG::ReadLimits{}.maximumPixels;
+
+    void addTo(CLI::App& command);
+    [[nodiscard]] std::expected<CGImage, Failure> read() const;
+};
+
+/// Where a picture goes and how it is compressed.
+struct ImageOutput {
+    std::string path;
+    PNG::Compression compression = PNG::Compression::standard;
+
+    void addTo(CLI::App& command);
+    [[nodiscard]] std::expected<void, Failure> write(const CGImage& image) const;
+};
+
+/// "standard input" for a dash, the path itself otherwise.
+[[nodiscard]] std::string inputName(const std::string& path);
+
+}  // namespace pictal::program
