@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <initializer_list>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -25,29 +26,36 @@ void PrintTo(const T& value, std::ostream* out) {
 /// Encodes the value and decodes it again. Encoding once more must give the same text, since
 /// equality does not see everything (a rectangle's stored signs).
 template <class T>
-void expectRoundTrip(const T& value, std::string_view name) {
+void expectRoundTrip(const T& value) {
     const auto text = encodeJSON(value);
-    ASSERT_TRUE(text) << name << ": " << text.error().description;
+    ASSERT_TRUE(text) << text.error().description;
     const auto again = decodeJSON<T>(*text);
-    ASSERT_TRUE(again) << name << ": " << again.error().message() << "\nin " << *text;
-    EXPECT_EQ(*again, value) << name;
-    EXPECT_EQ(encodeJSON(*again), text) << name;
+    ASSERT_TRUE(again) << again.error().message() << "\nin " << *text;
+    EXPECT_EQ(*again, value);
+    EXPECT_EQ(encodeJSON(*again), text);
 }
 
+/// Text that does not decode, and how the error reads.
+struct BadJSON {
+    std::string text;
+    DecodingError::Kind kind;
+    const char* message;
+};
+
 template <class T>
-void expectDecodingError(std::string_view text, DecodingError::Kind kind, std::string_view message,
-                         std::string_view name) {
-    const auto result = decodeJSON<T>(text);
-    ASSERT_FALSE(result) << name;
-    EXPECT_EQ(result.error().kind, kind) << name;
-    EXPECT_EQ(result.error().message(), message) << name;
+void expectDecodingErrors(std::initializer_list<BadJSON> cases) {
+    for (const auto& [text, kind, message] : cases) {
+        const auto result = decodeJSON<T>(text);
+        ASSERT_FALSE(result) << "decoded in spite of: " << message;
+        EXPECT_EQ(result.error().message(), message);
+        EXPECT_EQ(result.error().kind, kind) << message;
+    }
 }
 
 /// A copy of `text` with its one occurrence of `was` replaced; a failure if there is none or more.
 inline std::string patched(std::string text, std::string_view was, std::string_view now) {
     const std::size_t at = text.find(was);
-    EXPECT_NE(at, std::string::npos) << was;
-    EXPECT_EQ(text.find(was, at + 1), std::string::npos) << was;
+    EXPECT_TRUE(at != std::string::npos && text.find(was, at + 1) == std::string::npos) << was;
     return at == std::string::npos ? text : text.replace(at, was.size(), now);
 }
 
