@@ -8,8 +8,8 @@ const WindowCandidate* hitTest(CGPoint point, std::span<const WindowCandidate> c
                                CGSize minimumSize) {
     const auto hit = std::ranges::find_if(candidates, [&](const WindowCandidate& window) {
         const CGRect& frame = window.appKitFrame;
-        return frame.width() >= minimumSize.width && frame.height() >= minimumSize.height &&
-               frame.contains(point);
+        return frame.contains(point) && frame.width() >= minimumSize.width &&
+               frame.height() >= minimumSize.height;
     });
     return hit == candidates.end() ? nullptr : &*hit;
 }
