@@ -75,9 +75,10 @@ inline bool panelStaysInside(CGPoint center, CGSize panel, const CGRect& contain
 inline bool pinnedFrameStaysVisible(const CGRect& frame, CGSize offset, const CGRect& visible,
                                     CGFloat length) {
     const CGRect to = PinnedImageWindowLayout::movedFrame(frame, offset, visible, length);
-    const CGRect seen = to.intersection(visible);
-    return to.size == frame.size && seen.width() >= std::min(length, frame.width()) &&
-           seen.height() >= std::min(length, frame.height());
+    const CGFloat x = std::min(length, frame.width()), y = std::min(length, frame.height());
+    return to.size == frame.size && to.minX() <= visible.maxX() - x &&
+           to.maxX() >= visible.minX() + x && to.minY() <= visible.maxY() - y &&
+           to.maxY() >= visible.minY() + y;
 }
 
 /// For whole numbers: it does not matter which corner a rectangle is given from.
