@@ -2,6 +2,7 @@
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <fstream>
+#include <iterator>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -72,6 +73,31 @@ TEST(OverlayExample, SaysWhatItCannotRead) {
     EXPECT_EQ(bad.status, 2);
     EXPECT_NE(bad.error.find("bad.txt, line 3: "), std::string::npos) << bad.error;
     EXPECT_EQ(play(folder / "missing.txt").status, 2);
+}
+
+std::string contents(const std::filesystem::path& path) {
+    std::ifstream file(path);
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+std::string withoutSpaces(std::string text) {
+    std::erase_if(text, [](char c) { return c == ' ' || c == '\n'; });
+    return text;
+}
+
+TEST(OverlayExample, TheGuideShowsWhatIsThere) {
+    const std::string guide = contents(sources / "../../docs/geometry.md");
+    const std::string there = withoutSpaces(contents(sources / "Overlay.cpp")) +
+                              withoutSpaces(play(sources / "gesture.txt").output);
+    int blocks = 0;
+    for (const std::string fence : {"```cpp\n", "```json\n"})
+        for (auto begin = guide.find(fence); begin != std::string::npos; ++blocks) {
+            begin += fence.size();
+            const std::string block = guide.substr(begin, guide.find("```", begin) - begin);
+            EXPECT_NE(there.find(withoutSpaces(block)), std::string::npos) << block;
+            begin = guide.find(fence, begin);
+        }
+    EXPECT_EQ(blocks, 3);
 }
 
 }  // namespace
