@@ -1,4 +1,5 @@
 #include "PictalCore/Shortcuts/ShortcutConflictDetector.h"
+#include "Tests/Support/ShortcutPrinting.h"
 
 #include <set>
 

@@ -1,4 +1,5 @@
 #include "PictalCore/Shortcuts/Shortcut.h"
+#include "Tests/Support/ShortcutPrinting.h"
 
 #include <limits>
 #include <unordered_set>
