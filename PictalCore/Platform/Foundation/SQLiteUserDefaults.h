@@ -37,7 +37,7 @@ class PICTAL_API SQLiteUserDefaults final : public UserDefaults {
         const std::function<bool()>& work);
 
   private:
-    class Connection;
+    struct Connection;
     explicit SQLiteUserDefaults(std::unique_ptr<Connection> connection);
 
     std::unique_ptr<Connection> connection_;
