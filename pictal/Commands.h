@@ -9,5 +9,6 @@ namespace pictal::program {
 void addAnnotate(Program& program);
 void addDraft(Program& program);
 void addInfo(Program& program);
+void addShortcuts(Program& program);
 
 }  // namespace pictal::program

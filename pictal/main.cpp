@@ -13,7 +13,7 @@ using namespace pictal::program;
 
 int run(int argc, char** argv) {
     Program program;
-    for (const auto add : {addAnnotate, addDraft, addInfo})
+    for (const auto add : {addAnnotate, addDraft, addInfo, addShortcuts})
         add(program);
 
     try {

@@ -1,0 +1,76 @@
+#include "pictal/StoredShortcuts.h"
+
+#include <cstdlib>
+
+#include <fmt/format.h>
+
+namespace pictal::program {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::unexpected<Failure> storeFailed(const UserDefaultsError& error) {
+    return workFailed(error.description);
+}
+
+bool isUnderstood(const UserDefaults::Data& data) {
+    const std::string_view text(reinterpret_cast<const char*>(data.data()), data.size());
+    return decodeJSON<ShortcutAssignment>(text).has_value();
+}
+
+}  // namespace
+
+std::expected<fs::path, Failure> StoredShortcuts::path(const std::optional<std::string>& chosen) {
+    if (chosen && chosen->empty()) return badInput("--store needs the name of a file");
+    if (chosen) return *chosen;
+    // A relative folder in XDG_CONFIG_HOME does not count.
+    if (const char* config = std::getenv("XDG_CONFIG_HOME"); config && *config == '/')
+        return fs::path(config) / "pictal" / "shortcuts.db";
+    if (const char* home = std::getenv("HOME"); home && *home)
+        return fs::path(home) / ".config" / "pictal" / "shortcuts.db";
+    return badInput("no home folder for the store; set HOME or use --store FILE");
+}
+
+StoredShortcuts::StoredShortcuts(std::shared_ptr<SQLiteUserDefaults> userDefaults)
+    : userDefaults_(userDefaults),
+      store_(std::move(userDefaults), std::string(ShortcutStore::defaultStorageKey),
+             ShortcutStore::defaultShortcuts()) {}
+
+std::expected<StoredShortcuts, Failure> StoredShortcuts::open(
+    const std::optional<std::string>& chosen) {
+    const auto path = StoredShortcuts::path(chosen);
+    if (!path) return std::unexpected(path.error());
+    auto userDefaults = SQLiteUserDefaults::open(*path);
+    if (!userDefaults) return storeFailed(userDefaults.error());
+    const auto data = (*userDefaults)->data(ShortcutStore::defaultStorageKey);
+    if (!data) return storeFailed(data.error());
+    if (*data && !isUnderstood(**data))
+        fmt::print(stderr,
+                   "pictal: warning: {}: the stored shortcuts are damaged; the defaults hold, and "
+                   "the next change replaces what is stored\n",
+                   path->string());
+    return StoredShortcuts(*std::move(userDefaults));
+}
+
+std::expected<ShortcutAssignment, Failure> StoredShortcuts::load() const {
+    auto shortcuts = store_.tryLoadShortcuts();
+    if (!shortcuts) return storeFailed(shortcuts.error());
+    return *std::move(shortcuts);
+}
+
+Outcome StoredShortcuts::update(const std::function<Outcome(ShortcutAssignment&)>& change) const {
+    Outcome outcome = ExitStatus::done;
+    const auto committed = userDefaults_->transaction([&] {
+        auto shortcuts = load();
+        outcome = shortcuts ? change(*shortcuts) : std::unexpected(shortcuts.error());
+        if (!outcome) return false;
+        const auto saved = store_.trySaveShortcuts(*shortcuts);
+        if (!saved) outcome = storeFailed(saved.error());
+        return saved.has_value();
+    });
+    if (outcome && !committed) return storeFailed(committed.error());
+    return outcome;
+}
+
+}  // namespace pictal::program
