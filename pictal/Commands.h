@@ -4,4 +4,8 @@
 
 /// Every command of the program, one function a file. `main` adds them in this order, which is the
 /// order of `pictal --help`.
-namespace pictal::program {}  // namespace pictal::program
+namespace pictal::program {
+
+void addName(Program& program);
+
+}  // namespace pictal::program

@@ -13,6 +13,7 @@ using namespace pictal::program;
 
 int run(int argc, char** argv) {
     Program program;
+    addName(program);
 
     try {
         program.app.parse(argc, argv);
