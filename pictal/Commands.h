@@ -7,5 +7,6 @@
 namespace pictal::program {
 
 void addName(Program& program);
+void addPreview(Program& program);
 
 }  // namespace pictal::program

@@ -14,6 +14,7 @@ using namespace pictal::program;
 int run(int argc, char** argv) {
     Program program;
     addName(program);
+    addPreview(program);
 
     try {
         program.app.parse(argc, argv);
