@@ -8,5 +8,6 @@ namespace pictal::program {
 
 void addName(Program& program);
 void addPreview(Program& program);
+void addRedact(Program& program);
 
 }  // namespace pictal::program

@@ -15,6 +15,7 @@ int run(int argc, char** argv) {
     Program program;
     addName(program);
     addPreview(program);
+    addRedact(program);
 
     try {
         program.app.parse(argc, argv);
