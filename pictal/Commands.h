@@ -9,5 +9,6 @@ namespace pictal::program {
 void addName(Program& program);
 void addPreview(Program& program);
 void addRedact(Program& program);
+void addDemoMode(Program& program);
 
 }  // namespace pictal::program

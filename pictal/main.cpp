@@ -16,6 +16,7 @@ int run(int argc, char** argv) {
     addName(program);
     addPreview(program);
     addRedact(program);
+    addDemoMode(program);
 
     try {
         program.app.parse(argc, argv);
