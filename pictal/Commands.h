@@ -10,5 +10,9 @@ void addAnnotate(Program& program);
 void addDraft(Program& program);
 void addInfo(Program& program);
 void addShortcuts(Program& program);
+void addName(Program& program);
+void addPreview(Program& program);
+void addRedact(Program& program);
+void addDemoMode(Program& program);
 
 }  // namespace pictal::program

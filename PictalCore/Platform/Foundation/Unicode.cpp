@@ -1,13 +1,17 @@
 #include "PictalCore/Platform/Foundation/Unicode.h"
 
 #include <algorithm>
-#include <cstdint>
+#include <limits>
+#include <memory>
+#include <new>
 
+#include <unicode/brkiter.h>
 #include <unicode/locid.h>
 #include <unicode/normalizer2.h>
 #include <unicode/stringpiece.h>
 #include <unicode/uchar.h>
 #include <unicode/unistr.h>
+#include <unicode/utext.h>
 #include <unicode/utf8.h>
 
 namespace pictal::Unicode {
@@ -31,50 +35,46 @@ std::string utf8(const icu::UnicodeString& text) {
 
 }  // namespace
 
+char32_t nextScalar(std::string_view text, std::size_t& position) {
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
+    const auto length = static_cast<std::int64_t>(text.size());
+    auto next = static_cast<std::int64_t>(position);
+    UChar32 scalar = 0;
+    U8_NEXT_OR_FFFD(bytes, next, length, scalar);  // NOLINT(bugprone-inc-dec-in-conditions)
+    position = static_cast<std::size_t>(next);
+    return static_cast<char32_t>(scalar);
+}
+
 std::string repaired(std::string_view text) {
     std::string result;
     result.reserve(text.size());
-    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
-    const auto length = static_cast<std::int64_t>(text.size());
-    for (std::int64_t i = 0; i < length;) {
-        const std::int64_t start = i;
-        UChar32 scalar = 0;
-        U8_NEXT(bytes, i, length, scalar);
-        if (scalar < 0)
-            result += "\xEF\xBF\xBD";
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t start = i;
+        if (nextScalar(text, i) == U'\uFFFD')
+            result += "\uFFFD";
         else
-            result.append(text, static_cast<std::size_t>(start),
-                          static_cast<std::size_t>(i - start));
+            result += text.substr(start, i - start);
     }
     return result;
 }
 
 std::string_view trimmingWhiteSpace(std::string_view text) {
-    const auto* bytes = reinterpret_cast<const std::uint8_t*>(text.data());
-    auto end = static_cast<std::int64_t>(text.size());
-    std::int64_t start = 0;
-    for (std::int64_t next = 0; start < end; start = next) {
-        UChar32 scalar = 0;
-        U8_NEXT(bytes, next, end, scalar);
-        if (scalar < 0 || !u_isUWhiteSpace(scalar)) break;
+    std::size_t start = text.size();
+    std::size_t end = start;
+    for (std::size_t i = 0; i < text.size();) {
+        const std::size_t scalarStart = i;
+        if (u_isUWhiteSpace(static_cast<UChar32>(nextScalar(text, i)))) continue;
+        start = std::min(start, scalarStart);
+        end = i;
     }
-    for (std::int64_t previous = end; end > start; end = previous) {
-        // ICU steps back with 32-bit positions, so it sees the last four bytes only.
-        const std::int64_t base = std::max(start, end - 4);
-        auto position = static_cast<std::int32_t>(end - base);
-        UChar32 scalar = 0;
-        U8_PREV(bytes + base, 0, position, scalar);
-        previous = base + position;
-        if (scalar < 0 || !u_isUWhiteSpace(scalar)) break;
-    }
-    return text.substr(static_cast<std::size_t>(start), static_cast<std::size_t>(end - start));
+    return text.substr(start, end - start);
 }
 
 std::string canonicalForm(std::string_view text) {
     if (isASCII(text)) return std::string(text);
     UErrorCode status = U_ZERO_ERROR;
     const icu::Normalizer2* nfd = icu::Normalizer2::getNFDInstance(status);
-    icu::UnicodeString decomposed = nfd->normalize(utf16(text), status);
+    const icu::UnicodeString decomposed = nfd->normalize(utf16(text), status);
     return U_SUCCESS(status) ? utf8(decomposed) : repaired(text);
 }
 
@@ -86,6 +86,29 @@ std::string lowercased(std::string_view text) {
     icu::UnicodeString folded = utf16(text);
     folded.toLower(icu::Locale::getRoot());
     return utf8(folded);
+}
+
+bool isAlphanumeric(char32_t scalar) {
+    return (U_GET_GC_MASK(static_cast<UChar32>(scalar)) &
+            (U_GC_L_MASK | U_GC_M_MASK | U_GC_N_MASK)) != 0;
+}
+
+std::string_view prefix(std::string_view text, std::int64_t count) {
+    if (count <= 0) return text.substr(0, 0);
+    // A character has at least one byte, so a short text is within the count.
+    if (text.size() <= static_cast<std::uint64_t>(count)) return text;
+
+    const std::string_view seen = text.substr(0, std::numeric_limits<std::int32_t>::max());
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::LocalUTextPointer units(
+        utext_openUTF8(nullptr, seen.data(), static_cast<std::int64_t>(seen.size()), &status));
+    const std::unique_ptr<icu::BreakIterator> characters(
+        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+    if (U_SUCCESS(status)) characters->setText(units.getAlias(), status);
+    if (U_FAILURE(status)) throw std::bad_alloc();  // nothing else can fail here
+    for (std::int64_t i = 0; i < count; ++i)
+        if (characters->next() == icu::BreakIterator::DONE) return text;
+    return text.substr(0, static_cast<std::size_t>(characters->current()));
 }
 
 }  // namespace pictal::Unicode

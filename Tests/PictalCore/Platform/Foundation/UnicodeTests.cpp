@@ -5,6 +5,8 @@
 namespace pictal {
 namespace {
 
+using namespace std::string_view_literals;
+
 TEST(Unicode, RepairsIllFormedSequences) {
     struct Case {
         const char* name;
@@ -47,6 +49,36 @@ TEST(Unicode, ComparesByCanonicalEquivalence) {
 TEST(Unicode, LowercasesByTheRootLocale) {
     EXPECT_EQ(Unicode::lowercased("IÄ ΣΑΣ"), "iä σας");
     EXPECT_EQ(Unicode::lowercased("\u0130"), "i\u0307");
+}
+
+TEST(Unicode, TellsLettersMarksAndNumbersFromTheRest) {
+    for (const char32_t scalar : U"aZ0é漢ا\u0301\u20DD½Ⅳ٣\U0001D7D8"sv)
+        EXPECT_TRUE(Unicode::isAlphanumeric(scalar)) << std::hex << std::uint32_t{scalar};
+    for (const char32_t scalar : U" -_./\u00A0\u200D€😀\uFFFD\uE000\u0378\0"sv)
+        EXPECT_FALSE(Unicode::isAlphanumeric(scalar)) << std::hex << std::uint32_t{scalar};
+}
+
+TEST(Unicode, CutsBetweenCharactersAsPeopleCountThem) {
+    struct Case {
+        const char* name;
+        std::string_view first;  // the first character; "|" follows it
+    };
+    for (const Case& c :
+         {Case{"ASCII", "a"}, Case{"combining marks", "e\u0301\u0323"}, Case{"CR LF", "\r\n"},
+          Case{"Hangul jamo", "\u1112\u1161\u11AB"}, Case{"flag", "🇩🇪"},
+          Case{"family", "👩\u200D👩\u200D👧"}, Case{"skin tone", "👍🏽"},
+          Case{"keycap", "1\uFE0F\u20E3"}, Case{"spacing mark", "\u0BA8\u0BBF"},
+          Case{"NUL", std::string_view("\0", 1)}, Case{"lone lead byte", "\xF0"},
+          Case{"truncated sequence", "\xE6\xBC"}, Case{"lone continuation", "\x80"}}) {
+        const std::string text = std::string(c.first) + "|" + std::string(c.first) + "|";
+        EXPECT_EQ(Unicode::prefix(text, 1), c.first) << c.name;
+        EXPECT_EQ(Unicode::prefix(text, 3), text.substr(0, text.size() - 1)) << c.name;
+        EXPECT_EQ(Unicode::prefix(text, 4), text) << c.name;
+        EXPECT_EQ(Unicode::prefix(text, 0), "") << c.name;
+    }
+    EXPECT_EQ(Unicode::prefix("🇩🇪🇫🇷🇮", 2), "🇩🇪🇫🇷");
+    EXPECT_EQ(Unicode::prefix("abc", -1), "");
+    EXPECT_EQ(Unicode::prefix("", 1), "");
 }
 
 }  // namespace

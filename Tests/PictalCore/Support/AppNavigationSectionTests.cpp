@@ -1,0 +1,22 @@
+#include "PictalCore/Support/AppNavigationSection.h"
+
+#include <gtest/gtest.h>
+
+namespace pictal {
+namespace {
+
+TEST(AppNavigationSection, GroupsTheSidebarInOrder) {
+    using enum AppNavigationSection;
+    using Sections = std::vector<AppNavigationSection>;
+    EXPECT_EQ(sections(AppNavigationGroup::overview), Sections{dashboard});
+    EXPECT_EQ(sections(AppNavigationGroup::settings),
+              (Sections{general, capture, shortcuts, export_, color}));
+    EXPECT_EQ(sections(AppNavigationGroup::system), (Sections{permissions, debug}));
+    EXPECT_EQ(sections(AppNavigationGroup::about), Sections{about});
+    EXPECT_EQ(fromRawValue<AppNavigationSection>("Dashboard"), std::nullopt);
+    EXPECT_EQ(fromRawValue<AppNavigationGroup>("about"), AppNavigationGroup::about);
+    EXPECT_EQ(id(export_), "export");
+}
+
+}  // namespace
+}  // namespace pictal

@@ -1,0 +1,159 @@
+#include "PictalCore/Support/TemporaryPreviewFileStore.h"
+#include "Tests/Support/Process.h"
+#include "Tests/Support/TemporaryFolder.h"
+
+#include <cerrno>
+#include <cstring>
+#include <fstream>
+#include <functional>
+#include <regex>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/mount.h>
+#include <sys/stat.h>
+
+namespace pictal {
+namespace {
+
+namespace fs = std::filesystem;
+using namespace std::chrono_literals;
+using Time = std::chrono::sys_time<std::chrono::milliseconds>;
+
+constexpr Time now(1'700'000'000'700ms);
+
+void setAge(const fs::path& path, std::chrono::milliseconds age) {
+    const auto date = (now - age).time_since_epoch();
+    const timespec time{date / 1s, date % 1s / 1ms * 1'000'000};
+    const timespec times[] = {time, time};
+    ASSERT_EQ(::utimensat(AT_FDCWD, path.c_str(), times, AT_SYMLINK_NOFOLLOW), 0) << path;
+}
+
+class TemporaryPreviewFileStoreTest : public testing::Test {
+  protected:
+    const TemporaryFolder root;
+    const TemporaryPreviewFileStore store{root.path(), 60s};
+    const std::vector<std::byte> data{16, std::byte{7}};
+
+    std::ptrdiff_t previewCount() {
+        return std::distance(fs::directory_iterator(store.directory()), {});
+    }
+};
+
+TEST_F(TemporaryPreviewFileStoreTest, NamesNewFilesSafely) {
+    struct Case {
+        std::string stem;
+        Time time;
+        std::string want;
+    };
+    for (const Case& c :
+         {Case{"Design Review", now, "Design-Review-1700000000"},
+          Case{"Design Review", now, "Design-Review-1700000000"},
+          Case{"?!", now, "preview-1700000000"},
+          Case{"../../etc/passwd", now, "etc-passwd-1700000000"},
+          Case{std::string(81, 'x'), now, std::string(80, 'x').append("-1700000000")},
+          Case{"x", Time(-1500ms), "x--1"}, Case{"x", Time(-500ms), "x-0"}}) {
+        const auto before = fs::exists(store.directory()) ? previewCount() : 0;
+        const auto file = store.write(data, c.stem, c.time);
+        ASSERT_TRUE(file) << c.want;
+        EXPECT_EQ(previewCount(), before + 1) << c.want;
+        EXPECT_EQ(file->parent_path(), root / ".VistrellPreviews");
+        EXPECT_EQ(fs::file_size(*file), data.size());
+        const std::regex uuid(
+            "[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}");
+        const std::string name = file->filename();
+        EXPECT_EQ(std::regex_replace(name, uuid, "U"), ".Vistrell-" + c.want + "-U.png");
+    }
+    // Seventy letters of four bytes are more than a name can have.
+    std::string letters;
+    for (int i = 0; i < 70; ++i)
+        letters += "𝒜";
+    EXPECT_EQ(store.write(data, letters, now).error().code, std::errc::filename_too_long);
+    EXPECT_EQ(previewCount(), 7);
+}
+
+TEST_F(TemporaryPreviewFileStoreTest, PrunesWhatIsOlderAndNothingOutside) {
+    ASSERT_TRUE(store.pruneExpired(now));
+    EXPECT_FALSE(fs::exists(store.directory())) << "pruning makes nothing";
+    fs::create_directories(store.directory() / "sub" / "deeper");
+    fs::permissions(store.directory(), fs::perms(0777));
+    fs::create_directory(root / "outside");
+    std::ofstream(root / "outside" / "old") << "x";
+    std::ofstream(store.directory() / "sub" / "deeper" / "young") << "x";
+    for (const char* link : {"link", "sub/link", "young link"})
+        fs::create_directory_symlink(root / "outside", store.directory() / link);
+    for (const char* age : {"-5000", "59999", "60000", "60001", "60500"}) {
+        std::ofstream(store.directory() / age) << age;
+        setAge(store.directory() / age, std::chrono::milliseconds(std::atoi(age)));
+    }
+    for (const char* name : {"sub", "link"})
+        setAge(store.directory() / name, 61s);
+    setAge(store.directory() / "young link", 59s);
+    setAge(root / "outside" / "old", 1h);
+    ASSERT_TRUE(store.pruneExpired(now));
+    for (const char* kept : {"-5000", "59999", "60000", "young link"})
+        EXPECT_TRUE(fs::exists(store.directory() / kept)) << kept;
+    EXPECT_EQ(previewCount(), 4);
+    EXPECT_TRUE(fs::exists(root / "outside" / "old"));
+
+    ASSERT_TRUE(store.write(data, "x", now + 1ms));
+    EXPECT_FALSE(fs::exists(store.directory() / "60000")) << "writing prunes";
+    EXPECT_EQ(fs::status(store.directory()).permissions(), fs::perms(0700));
+}
+
+TEST_F(TemporaryPreviewFileStoreTest, RefusesALinkAsItsFolder) {
+    fs::create_directory(root / "elsewhere");
+    std::ofstream(root / "elsewhere" / "old") << "x";
+    setAge(root / "elsewhere" / "old", 1h);
+    fs::create_directory_symlink("elsewhere", store.directory());
+    const FileError refused{make_error_code(std::errc::not_a_directory), store.directory()};
+    EXPECT_EQ(store.write(data, "x", now).error(), refused);
+    EXPECT_EQ(store.pruneExpired(now).error(), refused);
+    EXPECT_EQ(previewCount(), 1);
+}
+
+TEST_F(TemporaryPreviewFileStoreTest, AFullDiskLeavesNoFileBehind) {
+    if (::mount("tmpfs", root.path().c_str(), "tmpfs", 0, "size=64k") != 0)
+        GTEST_SKIP() << "cannot mount a small file system: " << std::strerror(errno);
+    const bool small = store.write(data, "small", now).has_value();
+    const auto large = store.write(std::vector<std::byte>(100'000), "large", now);
+    const auto count = previewCount();
+    ::umount(root.path().c_str());
+    EXPECT_TRUE(small);
+    EXPECT_EQ(large.error().code, std::errc::no_space_on_device);
+    EXPECT_EQ(count, 1);
+}
+
+TEST_F(TemporaryPreviewFileStoreTest, MissingPermissionsAreErrors) {
+    if (::geteuid() != 0) GTEST_SKIP() << "only root can make a folder of somebody else's";
+    const auto withoutRoot = [](const std::function<bool()>& body) {
+        const pid_t child = ::fork();
+        if (child == 0) ::_exit(giveUpRoot() && body() ? 0 : 1);
+        int status = -1;
+        return ::waitpid(child, &status, 0) == child && status == 0;
+    };
+    const auto isDenied = [](const auto& result, const fs::path& path) {
+        return !result &&
+               result.error() == FileError{make_error_code(std::errc::permission_denied), path};
+    };
+    fs::permissions(root.path(), fs::perms(0755));
+    EXPECT_TRUE(withoutRoot([&] {
+        return isDenied(store.write(data, "x", now), store.directory());
+    })) << "the folder cannot be made";
+    const fs::path old = store.write(data, "x", now).value();
+    setAge(old, 1h);
+    EXPECT_TRUE(withoutRoot([&] { return isDenied(store.pruneExpired(now), store.directory()); }))
+        << "the folder cannot be listed";
+    fs::permissions(store.directory(), fs::perms(0744));
+    EXPECT_TRUE(withoutRoot([&] { return isDenied(store.pruneExpired(now), old); }))
+        << "a date cannot be read";
+    fs::permissions(store.directory(), fs::perms(0755));
+    EXPECT_TRUE(withoutRoot([&] {
+        const auto written = store.write(data, "x", now);
+        return !written && written.error().code == std::errc::permission_denied && fs::exists(old);
+    })) << "neither can a file be made, nor an old one deleted";
+    EXPECT_EQ(previewCount(), 1);
+}
+
+}  // namespace
+}  // namespace pictal
