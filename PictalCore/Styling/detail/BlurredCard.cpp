@@ -1,0 +1,121 @@
+#include "PictalCore/Styling/detail/BlurredCard.h"
+
+#include "PictalCore/Platform/Graphics/Kernels/GaussianBlur.h"
+#include "PictalCore/Platform/Graphics/detail/PixelBuffer.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace pictal::detail {
+
+namespace {
+
+/// Coverage counts as even within a cell. Under a narrow blur that would show along the arcs, so
+/// the cells become small against it: a sixth of the deviation, down to 1/16 of a pixel.
+std::int64_t cellsPerPixel(double deviation) {
+    return deviation > 0.375 ? static_cast<std::int64_t>(std::ceil(6 / deviation)) : 16;
+}
+
+/// A shape that was moved further than this is nowhere on any canvas.
+double boundedShift(double shift) {
+    constexpr auto limit = static_cast<double>(4 * maximumSide);
+    return std::clamp(shift, -limit, limit);
+}
+
+}  // namespace
+
+EdgeProfile::EdgeProfile(double shift, double deviation, std::int64_t cells) : cells_(cells) {
+    const auto scale = static_cast<double>(cells);
+    const double reach = kernels::gaussianReach(deviation);
+    firstCell_ = static_cast<std::int64_t>(std::floor((shift - reach - 1) * scale));
+    const auto lastCell = static_cast<std::int64_t>(std::ceil((shift + reach) * scale));
+    values_.reserve(static_cast<std::size_t>(lastCell - firstCell_ + 1));
+    for (std::int64_t cell = firstCell_; cell <= lastCell; ++cell)
+        values_.push_back(static_cast<float>(
+            kernels::blurredEdge(static_cast<double>(cell) / scale - shift, deviation)));
+}
+
+float EdgeProfile::covered(std::int64_t cell) const {
+    const std::int64_t last = std::ssize(values_) - 1;
+    return values_[static_cast<std::size_t>(std::clamp(cell - firstCell_, std::int64_t{0}, last))];
+}
+
+void EdgeProfile::addRun(std::span<float> row, std::int64_t first, std::int64_t begin,
+                         std::int64_t end, float weight) const {
+    // Pixels before the first or after the last of these see nothing of the run.
+    const std::int64_t lastCell = firstCell_ + std::ssize(values_);
+    const std::int64_t from = std::max((begin + firstCell_ - first) / cells_, std::int64_t{0});
+    const std::int64_t to = std::min((end + lastCell - first) / cells_ + 1, std::ssize(row));
+    std::int64_t cell = first + from * cells_;
+    for (std::int64_t x = from; x < to; ++x, cell += cells_)
+        row[static_cast<std::size_t>(x)] += weight * (covered(cell - begin) - covered(cell - end));
+}
+
+BlurredCard::BlurredCard(const CardOutline& outline, const Placement& placement, Columns columns)
+    : cells_(outline.radius > 0 ? cellsPerPixel(placement.deviation) : 1),
+      padding_(outline.padding),
+      heightInCells_(outline.height * cells_),
+      down_(boundedShift(placement.offsetY), placement.deviation, cells_),
+      across_(static_cast<std::size_t>(columns.count)) {
+    const EdgeProfile across(boundedShift(placement.offsetX), placement.deviation, cells_);
+    const std::int64_t firstCell = (columns.first - padding_) * cells_;
+    across.addRun(across_, firstCell, 0, outline.width * cells_, 1);
+    blurCuts(RoundedMask(outline.width * cells_, heightInCells_,
+                         outline.radius * static_cast<double>(cells_)),
+             across, firstCell);
+}
+
+void BlurredCard::blurCuts(const RoundedMask& mask, const EdgeProfile& across,
+                           std::int64_t firstCell) {
+    std::vector<float> blurred(across_.size());
+    for (std::int64_t y = 0; y < mask.cornerRows(); ++y) {
+        std::ranges::fill(blurred, 0.0F);
+        const RoundedMask::Row cut = mask.row(y);
+        const auto add = [&](std::int64_t begin, std::int64_t end, float weight) {
+            across.addRun(blurred, firstCell, begin, end, weight);
+            const std::int64_t mirrored = mask.width() - end;
+            if (mirrored != begin)
+                across.addRun(blurred, firstCell, mirrored, mask.width() - begin, weight);
+        };
+        if (cut.outside > 0) add(0, cut.outside, 1);
+        for (std::size_t i = 0; i < cut.edge.size(); ++i) {
+            const std::int64_t x = cut.outside + static_cast<std::int64_t>(i);
+            add(x, x + 1, 1 - cut.edge[i]);
+        }
+        const auto isSet = [](float value) { return value != 0; };
+        const auto begin = std::ranges::find_if(blurred, isSet);
+        const auto end = std::find_if(blurred.rbegin(), std::reverse_iterator(begin), isSet).base();
+        cuts_.push_back({begin - blurred.begin(), std::vector<float>(begin, end)});
+    }
+}
+
+std::int64_t BlurredCard::settledAfter(const CardOutline& outline, double offset,
+                                       double deviation) {
+    const double reach = kernels::gaussianReach(deviation) + std::abs(boundedShift(offset));
+    return outline.padding + static_cast<std::int64_t>(std::ceil(outline.radius + reach)) + 2;
+}
+
+void BlurredCard::row(std::int64_t y, std::int64_t begin, std::span<float> coverage) const {
+    const std::int64_t cell = (y - padding_) * cells_;
+    const float share = down_.covered(cell) - down_.covered(cell - heightInCells_);
+    for (std::size_t x = 0; x < coverage.size(); ++x)
+        coverage[x] = share * across_[static_cast<std::size_t>(begin) + x];
+
+    for (std::int64_t cutY = 0; cutY < std::ssize(cuts_); ++cutY) {
+        const auto shareOf = [&](std::int64_t cutRow) {
+            return down_.covered(cell - cutRow) - down_.covered(cell - cutRow - 1);
+        };
+        const std::int64_t mirrored = heightInCells_ - 1 - cutY;
+        const float weight = shareOf(cutY) + (mirrored != cutY ? shareOf(mirrored) : 0.0F);
+        if (weight == 0) continue;
+        const CutRow& cut = cuts_[static_cast<std::size_t>(cutY)];
+        const std::int64_t from = std::max(cut.begin, begin);
+        const std::int64_t to =
+            std::min(cut.begin + std::ssize(cut.values), begin + std::ssize(coverage));
+        for (std::int64_t x = from; x < to; ++x)
+            coverage[static_cast<std::size_t>(x - begin)] -=
+                weight * cut.values[static_cast<std::size_t>(x - cut.begin)];
+    }
+}
+
+}  // namespace pictal::detail
