@@ -7,6 +7,7 @@
 namespace pictal::program {
 
 void addAnnotate(Program& program);
+void addExport(Program& program);
 void addDraft(Program& program);
 void addInfo(Program& program);
 void addShortcuts(Program& program);

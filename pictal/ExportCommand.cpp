@@ -1,0 +1,102 @@
+#include "PictalCore/Styling/TransparentImageRenderer.h"
+#include "pictal/Arguments.h"
+#include "pictal/Commands.h"
+#include "pictal/Images.h"
+
+#include <optional>
+
+namespace pictal::program {
+
+namespace {
+
+struct ExportOptions {
+    ImageInput input;
+    ImageOutput output;
+    std::string style;
+    std::optional<std::string> cornerRadius, shadowBlur, shadowOffset, shadowOpacity, shadowColor;
+    bool plain = false;
+};
+
+/// Puts the value of an option into its place, if the option was given and is understood.
+template <class T, class Parser>
+std::expected<void, Failure> assign(T& place, const std::optional<std::string>& text, Parser parse,
+                                    std::string_view option) {
+    if (!text) return {};
+    const auto value = parse(*text);
+    if (!value) return badInput(std::string(option) + ": " + value.error().message);
+    place = *value;
+    return {};
+}
+
+std::expected<ScreenshotStyle, Failure> styleFrom(const ExportOptions& options) {
+    ScreenshotStyle style = ScreenshotStyle::presentationCard;
+    if (!options.style.empty()) {
+        const auto stored = readJSON<ScreenshotStyle>(options.style);
+        if (!stored) return std::unexpected(stored.error());
+        style = *stored;
+    }
+    ShadowStyle& shadow = style.shadow;
+    CGPoint offset{shadow.offsetX, shadow.offsetY};
+    for (const auto& assigned :
+         {assign(style.cornerRadius, options.cornerRadius, parseNumber, "--corner-radius"),
+          assign(shadow.blur, options.shadowBlur, parseNumber, "--shadow-blur"),
+          assign(offset, options.shadowOffset, parsePoint, "--shadow-offset"),
+          assign(shadow.opacity, options.shadowOpacity, parseNumber, "--shadow-opacity"),
+          assign(shadow.color, options.shadowColor, parseColor, "--shadow-color")})
+        if (!assigned) return std::unexpected(assigned.error());
+
+    // The initialisers bring what was typed into range.
+    style =
+        ScreenshotStyle(style.cornerRadius,
+                        ShadowStyle(shadow.blur, offset.x, offset.y, shadow.opacity, shadow.color),
+                        style.background, style.cardEffect);
+    if (options.plain) style.setPresentationCardEnabled(false);
+    return style;
+}
+
+Outcome run(const ExportOptions& options) {
+    if (options.input.path == "-" && options.style == "-")
+        return badInput("the picture and the style cannot both be standard input");
+    const auto style = styleFrom(options);
+    if (!style) return std::unexpected(style.error());
+    const auto image = options.input.read();
+    if (!image) return std::unexpected(image.error());
+    const auto card = TransparentImageRenderer().render(*image, *style);
+    if (!card)
+        return badInput(inputName(options.input.path) +
+                        ": the card would be larger than pictures can be; lower the shadow's blur "
+                        "or offset");
+    if (const auto written = options.output.write(*card); !written)
+        return std::unexpected(written.error());
+    return ExitStatus::done;
+}
+
+}  // namespace
+
+void addExport(Program& program) {
+    program.add<ExportOptions>(
+        "export", "Export a picture as a card: rounded corners and a soft shadow",
+        "Examples:\n"
+        "  pictal export in.png -o card.png\n"
+        "  pictal export in.png -o card.png --corner-radius 32 --shadow-blur 72 "
+        "--shadow-offset 0,44\n"
+        "  pictal export in.png -o card.png --style style.json --shadow-color '#203040'\n"
+        "  pictal export in.png -o copy.png --plain\n"
+        "\n"
+        "Lengths are pixels; a positive vertical offset moves the shadow down.",
+        [](CLI::App& command, ExportOptions& options) {
+            options.input.addTo(command);
+            options.output.addTo(command);
+            command.add_option("--style", options.style, "JSON file with a style to start from");
+            command.add_option("--corner-radius", options.cornerRadius, "Radius of the corners");
+            command.add_option("--shadow-blur", options.shadowBlur, "Blur of the shadow");
+            command.add_option("--shadow-offset", options.shadowOffset,
+                               "Where the shadow falls, X,Y");
+            command.add_option("--shadow-opacity", options.shadowOpacity, "0 to 1");
+            command.add_option("--shadow-color", options.shadowColor, "A CSS colour");
+            command.add_flag("--plain", options.plain, "No card: the picture as it is");
+        },
+        run);
+}
+
+}  // namespace pictal::program
