@@ -140,16 +140,9 @@ class Stroke {
 
     void addGroup(std::span<Active> group, std::int64_t row, CoverageRow& accumulator) {
         const auto y = static_cast<CGFloat>(row);
-        const Capsule& only = stretches_[group.front().stretch].capsule;
-        const Interval reach = group.front().extent;
-        if (group.size() == 1 && std::max(-reach.low, reach.high) < worldEdge) {
-            if (const auto piece = only.straightPiece(y, y + 1)) {
-                const auto& [from, to] = *piece;
-                accumulator.addSloped(toFixed(from.low), toFixed(to.low), fixedOne);
-                accumulator.addSloped(toFixed(from.high), toFixed(to.high), -fixedOne);
-                return;
-            }
-        }
+        if (group.size() == 1 &&
+            addStraight(stretches_[group.front().stretch].capsule, y, accumulator))
+            return;
         // In the order of the path, where neighbours overlap.
         std::sort(group.begin(), group.end(),
                   [](const Active& a, const Active& b) { return a.stretch < b.stretch; });
@@ -159,6 +152,20 @@ class Stroke {
         for (const Active& a : group)
             union_.add(stretches_[a.stretch].capsule, y);
         union_.flush(accumulator);
+    }
+
+    /// @return whether the capsule has straight sides throughout the row, as was added
+    static bool addStraight(const Capsule& capsule, CGFloat row, CoverageRow& accumulator) {
+        const auto piece = capsule.straightPiece(row, row + 1);
+        if (!piece) return false;
+        const auto& [from, to] = *piece;
+        const auto isInWorld = [](const Interval& interval) {
+            return interval.low > -worldEdge && interval.high < worldEdge;
+        };
+        if (!isInWorld(from) || !isInWorld(to)) return false;
+        accumulator.addSloped(toFixed(from.low), toFixed(to.low), fixedOne);
+        accumulator.addSloped(toFixed(from.high), toFixed(to.high), -fixedOne);
+        return true;
     }
 
     CGFloat radius_;

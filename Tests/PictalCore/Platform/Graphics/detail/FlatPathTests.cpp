@@ -76,6 +76,9 @@ TEST(FlatPath, SpendsNoChordsOutOfSight) {
         Path circle;
         circle.addEllipse({-radius, 0, 2 * radius, 2 * radius});
         EXPECT_LT(flattenedForFill(circle, {}, visible).points().size(), 3000U) << radius;
+        EXPECT_LT(flattenedForStroke(circle, {}, 50, visible).points().size(), 3000U) << radius;
+        EXPECT_LT(flattenedForStroke(circle, {}, radius, visible).points().size(), 60'000U)
+            << radius;
     }
 }
 
