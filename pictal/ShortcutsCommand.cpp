@@ -16,7 +16,9 @@ namespace {
 
 struct Options {
     std::optional<std::string> store;
-    std::optional<std::string> action;
+    std::string action;
+    /// The action that a combination is checked for.
+    std::optional<std::string> currentAction;
     std::string combination;
     bool json = false;
     bool force = false;
@@ -75,15 +77,16 @@ Outcome list(const Options& options) {
 Outcome check(const Options& options) {
     const auto shortcut = parsed(options.combination);
     if (!shortcut) return std::unexpected(shortcut.error());
-    if (options.action)
-        if (auto known = checkAction(*options.action); !known)
+    if (options.currentAction)
+        if (auto known = checkAction(*options.currentAction); !known)
             return std::unexpected(std::move(known.error()));
     const auto store = StoredShortcuts::open(options.store);
     if (!store) return std::unexpected(store.error());
     const auto shortcuts = store->load();
     if (!shortcuts) return std::unexpected(shortcuts.error());
 
-    const auto report = ShortcutConflictDetector::report(*shortcut, *shortcuts, options.action);
+    const auto report =
+        ShortcutConflictDetector::report(*shortcut, *shortcuts, options.currentAction);
     std::string text;
     if (options.json) {
         nlohmann::ordered_json document{{"shortcut", json(*shortcut)},
@@ -103,7 +106,7 @@ Outcome check(const Options& options) {
 }
 
 Outcome set(const Options& options) {
-    if (auto known = checkAction(*options.action); !known)
+    if (auto known = checkAction(options.action); !known)
         return std::unexpected(std::move(known.error()));
     const auto shortcut = parsed(options.combination);
     if (!shortcut) return std::unexpected(shortcut.error());
@@ -116,7 +119,7 @@ Outcome set(const Options& options) {
         if (!report.isUsable() && !options.force)
             return std::unexpected(
                 Failure{ExitStatus::no, messages(report) + " Choose another, or use --force."});
-        shortcuts.insert_or_assign(*options.action, *shortcut);
+        shortcuts.insert_or_assign(options.action, *shortcut);
         return ExitStatus::done;
     });
     if (outcome) warn(report);
@@ -124,7 +127,7 @@ Outcome set(const Options& options) {
 }
 
 Outcome unset(const Options& options) {
-    if (auto known = checkAction(*options.action); !known)
+    if (auto known = checkAction(options.action); !known)
         return std::unexpected(std::move(known.error()));
     const auto store = StoredShortcuts::open(options.store);
     if (!store) return std::unexpected(store.error());
@@ -132,8 +135,8 @@ Outcome unset(const Options& options) {
     ShortcutConflictReport report;
     auto outcome = store->update([&](ShortcutAssignment& shortcuts) -> Outcome {
         const auto& defaults = ShortcutStore::defaultShortcuts();
-        const auto standard = defaults.find(*options.action);
-        shortcuts.erase(*options.action);
+        const auto standard = defaults.find(options.action);
+        shortcuts.erase(options.action);
         if (standard == defaults.end()) return ExitStatus::done;
         // Another action may have taken it meanwhile.
         report = ShortcutConflictDetector::report(standard->second, shortcuts, options.action);
@@ -202,7 +205,7 @@ void addShortcuts(Program& program) {
         [](CLI::App& command, Options& options) {
             addCombination(command, options);
             command
-                .add_option("--action", options.action,
+                .add_option("--action", options.currentAction,
                             "The action it is for, whose present shortcut does not count")
                 ->type_name("ACTION");
             command.add_flag("--json", options.json, "As one JSON object");

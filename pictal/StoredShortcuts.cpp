@@ -43,9 +43,10 @@ std::expected<StoredShortcuts, Failure> StoredShortcuts::open(
     if (!path) return std::unexpected(path.error());
     auto userDefaults = SQLiteUserDefaults::open(*path);
     if (!userDefaults) return storeFailed(userDefaults.error());
-    const auto data = (*userDefaults)->data(ShortcutStore::defaultStorageKey);
-    if (!data) return storeFailed(data.error());
-    if (*data && !isUnderstood(**data))
+    const auto read = (*userDefaults)->data(ShortcutStore::defaultStorageKey);
+    if (!read) return storeFailed(read.error());
+    const std::optional<UserDefaults::Data>& data = *read;
+    if (data && !isUnderstood(*data))
         fmt::print(stderr,
                    "pictal: warning: {}: the stored shortcuts are damaged; the defaults hold, and "
                    "the next change replaces what is stored\n",

@@ -3,7 +3,6 @@
 namespace pictal::CaptureDisplaySelector {
 
 std::optional<std::int64_t> bestDisplayIndex(const CGRect& rect, std::span<const CGRect> displays) {
-    if (rect.isEmpty()) return std::nullopt;
     std::optional<std::int64_t> best;
     CGFloat largestArea = 0;
     std::int64_t index = 0;

@@ -48,20 +48,22 @@ ShortcutAssignment ShortcutStore::loadShortcuts() const {
 }
 
 std::expected<ShortcutAssignment, UserDefaultsError> ShortcutStore::tryLoadShortcuts() const {
-    const auto data = userDefaults_->data(storageKey_);
-    if (!data) return std::unexpected(data.error());
-    if (!*data) return carriedOver();
-    const auto stored = decoded(**data);
+    const auto read = userDefaults_->data(storageKey_);
+    if (!read) return std::unexpected(read.error());
+    const std::optional<UserDefaults::Data>& data = *read;
+    if (!data) return carriedOver();
+    const auto stored = decoded(*data);
     return stored ? overDefaults(*stored) : defaults_;
 }
 
 std::expected<ShortcutAssignment, UserDefaultsError> ShortcutStore::carriedOver() const {
     if (storageKey_ != defaultStorageKey) return defaults_;
     for (const detail::LegacyShortcuts& legacy : detail::legacyShortcuts()) {
-        const auto data = userDefaults_->data(legacy.storageKey);
-        if (!data) return std::unexpected(data.error());
-        if (!*data) continue;
-        const auto old = decoded(**data);
+        const auto read = userDefaults_->data(legacy.storageKey);
+        if (!read) return std::unexpected(read.error());
+        const std::optional<UserDefaults::Data>& data = *read;
+        if (!data) continue;
+        const auto old = decoded(*data);
         if (!old) return defaults_;
         const auto migrated = detail::migratedShortcuts(*old, legacy.defaults, defaults_);
         saveShortcuts(migrated);  // if that fails, the next load tries again

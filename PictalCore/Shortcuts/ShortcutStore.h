@@ -47,7 +47,8 @@ class PICTAL_API ShortcutStore {
     [[nodiscard]] std::expected<ShortcutAssignment, UserDefaultsError> tryLoadShortcuts() const;
 
     /// Stores the shortcuts of the supported actions, and no others.
-    /// @return whether they were written
+    /// @return whether they were written, which may be passed over
+    // NOLINTNEXTLINE(modernize-use-nodiscard)
     bool saveShortcuts(const ShortcutAssignment& shortcuts) const;
     /// The same, with the reason.
     [[nodiscard]] std::expected<void, UserDefaultsError> trySaveShortcuts(
@@ -55,6 +56,7 @@ class PICTAL_API ShortcutStore {
 
     /// Loads, assigns and saves.
     /// @return the shortcuts with the new one among them, whether or not it could be stored
+    // NOLINTNEXTLINE(modernize-use-nodiscard)
     ShortcutAssignment updateShortcut(const std::string& actionID, const Shortcut& shortcut) const;
 
   private:

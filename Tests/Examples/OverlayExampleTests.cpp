@@ -33,32 +33,33 @@ TEST(OverlayExample, PlaysTheRecordedGesture) {
         const char* place;
         const char* want;
     };
-    for (const Case& c : {
-             Case{0, "/window", "32"},
-             Case{0, "/selection", "null"},
-             Case{1, "/selection", "[[300,250],[700,450]]"},
-             // Locally (300, 200, 700, 450): 6 points on the left are too few, the right has room.
-             Case{1, "/panels/side", R"({"placement":"right","frame":[[1014,225],[280,400]]})"},
-             Case{1, "/panels/bar", R"({"placement":"below","frame":[[700,664],[300,44]]})"},
-             // The pointer is at (920, 580) locally.
-             Case{1, "/panels/loupe", "[[934,594],[120,120]]"},
-             Case{3, "/handle", "\"minX\""},
-             // The left edge at 400.5, rounded outward; now the left has room.
-             Case{5, "/selection", "[[400,250],[600,450]]"},
-             Case{5, "/panels/side", R"({"placement":"left","frame":[[106,225],[280,400]]})"},
-             Case{7, "/handle", "\"move\""},
-             // By (22, -24) the centre would be (722, 451); the screen's is (720, 450).
-             Case{8, "/selection", "[[420,225],[600,450]]"},
-             Case{8, "/guides", "3"},
-             Case{9, "/guides", "0"},
-             Case{10, "/display", "1"},
-             Case{10, "/selection", "null"},
-             // Drawn down to 600.25, rounded outward: locally (260, 130, 300, 350).
-             Case{11, "/selection", "[[1700,600],[300,350]]"},
-             Case{11, "/panels/side", R"({"placement":"right","frame":[[574,105],[280,400]]})"},
-             Case{11, "/window", "33"},
-             Case{12, "/handle", "\"maxXMinY\""},
-         }) {
+    constexpr Case cases[] = {
+        {0, "/window", "32"},
+        {0, "/selection", "null"},
+        {1, "/selection", "[[300,250],[700,450]]"},
+        // Locally (300, 200, 700, 450): 6 points on the left are too few, the right has room.
+        {1, "/panels/side", R"({"placement":"right","frame":[[1014,225],[280,400]]})"},
+        {1, "/panels/bar", R"({"placement":"below","frame":[[700,664],[300,44]]})"},
+        // The pointer is at (920, 580) locally.
+        {1, "/panels/loupe", "[[934,594],[120,120]]"},
+        {3, "/handle", "\"minX\""},
+        // The left edge at 400.5, rounded outward; now the left has room.
+        {5, "/selection", "[[400,250],[600,450]]"},
+        {5, "/panels/side", R"({"placement":"left","frame":[[106,225],[280,400]]})"},
+        {7, "/handle", "\"move\""},
+        // By (22, -24) the centre would be (722, 451); the screen's is (720, 450).
+        {8, "/selection", "[[420,225],[600,450]]"},
+        {8, "/guides", "3"},
+        {9, "/guides", "0"},
+        {10, "/display", "1"},
+        {10, "/selection", "null"},
+        // Drawn down to 600.25, rounded outward: locally (260, 130, 300, 350).
+        {11, "/selection", "[[1700,600],[300,350]]"},
+        {11, "/panels/side", R"({"placement":"right","frame":[[574,105],[280,400]]})"},
+        {11, "/window", "33"},
+        {12, "/handle", "\"maxXMinY\""},
+    };
+    for (const Case& c : cases) {
         const json::json_pointer place(c.place);
         EXPECT_EQ(steps[c.step].contains(place) ? steps[c.step][place] : json(),
                   json::parse(c.want))

@@ -21,12 +21,15 @@ template <class Set>
 struct OptionSet {
     std::int64_t rawValue = 0;
 
+    // Public, since the sets inherit them.
+    // NOLINTBEGIN(bugprone-crtp-constructor-accessibility)
     constexpr OptionSet() = default;
     constexpr explicit OptionSet(std::int64_t bits) : rawValue(bits) {}
     constexpr OptionSet(std::initializer_list<Set> members) {
         for (const Set& member : members)
             rawValue |= member.rawValue;
     }
+    // NOLINTEND(bugprone-crtp-constructor-accessibility)
 
     [[nodiscard]] constexpr bool isEmpty() const { return rawValue == 0; }
     [[nodiscard]] constexpr bool contains(Set members) const {

@@ -78,7 +78,9 @@ std::expected<SQLiteDatabase, UserDefaultsError> openSound(const fs::path& path,
 struct Rollback {
     const SQLiteDatabase& database;
     ~Rollback() {
-        if (database.isInTransaction()) (void)database.execute("ROLLBACK");
+        if (!database.isInTransaction()) return;
+        [[maybe_unused]] const auto result =
+            database.execute("ROLLBACK");  // nobody is left to tell
     }
 };
 

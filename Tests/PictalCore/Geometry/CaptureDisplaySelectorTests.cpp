@@ -19,14 +19,18 @@ TEST(CaptureDisplaySelector, PicksTheDisplayCoveredMost) {
         CGRect rect;
         std::optional<std::int64_t> want;
     };
-    for (const Case& c :
-         {Case{"more on the second", {1300, 100, 400, 300}, 1},
-          Case{"half and half", {1240, 100, 400, 300}, 0},
-          Case{"from its far corner", {1700, 400, -400, -300}, 1},
-          Case{"a display from its far corner", {100, 1000, 10, 10}, 2},
-          Case{"over all of them", {-500, -500, 9000, 9000}, 1},
-          Case{"outside", {-500, 0, 100, 100}, {}}, Case{"touching", {-100, 0, 100, 100}, {}},
-          Case{"no area", {100, 100, 0, 10}, {}}, Case{"NaN", {100, 100, nan, 10}, {}}})
+    constexpr Case cases[] = {
+        {"more on the second", {1300, 100, 400, 300}, 1},
+        {"half and half", {1240, 100, 400, 300}, 0},
+        {"from its far corner", {1700, 400, -400, -300}, 1},
+        {"a display from its far corner", {100, 1000, 10, 10}, 2},
+        {"over all of them", {-500, -500, 9000, 9000}, 1},
+        {"outside", {-500, 0, 100, 100}, {}},
+        {"touching", {-100, 0, 100, 100}, {}},
+        {"no area", {100, 100, 0, 10}, {}},
+        {"NaN", {100, 100, nan, 10}, {}},
+    };
+    for (const Case& c : cases)
         EXPECT_EQ(CaptureDisplaySelector::bestDisplayIndex(c.rect, displays), c.want) << c.name;
     EXPECT_FALSE(CaptureDisplaySelector::bestDisplayIndex({0, 0, 9, 9}, {}));
 }

@@ -8,55 +8,41 @@
 namespace pictal {
 namespace {
 
+namespace Layout = OverlayPanelLayout;
 using Side = OverlaySidePanelPlacement;
 using Bar = OverlayActionBarPlacement;
 
 constexpr CGRect screen{0, 0, 1440, 900};
-constexpr CGFloat margin = OverlayPanelLayout::defaultMargin;
-constexpr CGFloat gap = OverlayPanelLayout::defaultGap;
 
 TEST(OverlayPanelLayout, PlacesTheSidePanel) {
     struct Case {
         const char* name;
         CGRect selection;
-        CGSize panel;
         Side placement;
         CGPoint center;
+        CGSize panel = {280, 400};
     };
-    for (const Case& c :
-         {Case{"left first", {400, 200, 600, 400}, {280, 400}, Side::left, {246, 400}},
-          Case{"left, to the point", {306, 200, 600, 400}, {280, 400}, Side::left, {152, 400}},
-          Case{"right", {100, 200, 600, 400}, {280, 400}, Side::right, {854, 400}},
-          Case{"right, to the point", {100, 200, 1034, 400}, {280, 400}, Side::right, {1288, 400}},
-          Case{"neither", {50, 100, 1340, 700}, {280, 400}, Side::overlapping, {720, 450}},
-          Case{"wider than the screen",
-               {400, 200, 600, 400},
-               {2000, 400},
-               Side::overlapping,
-               {720, 400}},
-          Case{"raised from the lower edge",
-               {400, 800, 600, 90},
-               {280, 400},
-               Side::left,
-               {246, 688}},
-          Case{"from its far corner",
-               {1000, 600, -600, -400},
-               {280, 400},
-               Side::left,
-               {246, 400}}}) {
-        EXPECT_EQ(OverlayPanelLayout::sidePanelPlacement(c.selection, c.panel, screen), c.placement)
-            << c.name;
-        EXPECT_EQ(text(OverlayPanelLayout::sidePanelCenter(c.selection, c.panel, screen)),
-                  text(c.center))
+    constexpr Case cases[] = {
+        {"left first", {400, 200, 600, 400}, Side::left, {246, 400}},
+        {"left, to the point", {306, 200, 600, 400}, Side::left, {152, 400}},
+        {"right", {100, 200, 600, 400}, Side::right, {854, 400}},
+        {"right, to the point", {100, 200, 1034, 400}, Side::right, {1288, 400}},
+        {"neither", {50, 100, 1340, 700}, Side::overlapping, {720, 450}},
+        {"too wide", {400, 200, 600, 400}, Side::overlapping, {720, 400}, {2000, 400}},
+        {"raised from the lower edge", {400, 800, 600, 90}, Side::left, {246, 688}},
+        {"from its far corner", {1000, 600, -600, -400}, Side::left, {246, 400}},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(Layout::sidePanelPlacement(c.selection, c.panel, screen), c.placement) << c.name;
+        EXPECT_EQ(text(Layout::sidePanelCenter(c.selection, c.panel, screen)), text(c.center))
             << c.name;
     }
-    EXPECT_EQ(text(OverlayPanelLayout::sidePanelCenter({100, 200, 600, 400}, {280, 400}, screen,
-                                                       margin, gap, Side::left)),
-              "(152, 400)")
-        << "preferred, though it does not fit";
-    EXPECT_EQ(text(OverlayPanelLayout::sidePanelCenter({400, 200, 600, 400}, {2000, 400}, screen,
-                                                       margin, gap, Side::right)),
-              "(720, 400)");
+    const auto preferred = [](CGRect selection, CGSize panel, Side placement) {
+        return text(Layout::sidePanelCenter(selection, panel, screen, Layout::defaultMargin,
+                                            Layout::defaultGap, placement));
+    };
+    EXPECT_EQ(preferred({100, 200, 600, 400}, {280, 400}, Side::left), "(152, 400)");
+    EXPECT_EQ(preferred({400, 200, 600, 400}, {2000, 400}, Side::right), "(720, 400)");
 }
 
 TEST(OverlayPanelLayout, PlacesTheActionBar) {
@@ -66,32 +52,32 @@ TEST(OverlayPanelLayout, PlacesTheActionBar) {
         CGRect selection;
         Bar placement;
         CGPoint center;
+        CGRect container = screen;
     };
-    for (const Case& c :
-         {Case{"below", {400, 200, 600, 400}, Bar::below, {850, 636}},
-          Case{"below, to the point", {400, 200, 600, 630}, Bar::below, {850, 866}},
-          Case{"above", {400, 100, 600, 780}, Bar::above, {850, 64}},
-          Case{"above, to the point", {400, 70, 600, 810}, Bar::above, {850, 34}},
-          Case{"screen bottom", {400, 40, 600, 840}, Bar::screenBottom, {850, 866}},
-          Case{"pulled in from the left", {0, 200, 100, 400}, Bar::below, {162, 636}}}) {
-        EXPECT_EQ(OverlayPanelLayout::actionBarPlacement(c.selection, bar, screen), c.placement)
-            << c.name;
-        EXPECT_EQ(text(OverlayPanelLayout::actionBarCenter(c.selection, bar, screen)),
-                  text(c.center))
+    constexpr Case cases[] = {
+        {"below", {400, 200, 600, 400}, Bar::below, {850, 636}},
+        {"below, to the point", {400, 200, 600, 630}, Bar::below, {850, 866}},
+        {"above", {400, 100, 600, 780}, Bar::above, {850, 64}},
+        {"above, to the point", {400, 70, 600, 810}, Bar::above, {850, 34}},
+        {"neither, upper half", {400, 40, 600, 840}, Bar::screenBottom, {850, 866}},
+        {"upper half", {0, 49, 600, 40}, Bar::screenBottom, {450, 66}, {0, 0, 900, 100}},
+        {"lower half", {0, -50, 600, 40}, Bar::screenTop, {450, -66}, {0, -100, 900, 100}},
+        {"pulled in from the left", {0, 200, 100, 400}, Bar::below, {162, 636}},
+    };
+    for (const Case& c : cases) {
+        EXPECT_EQ(Layout::actionBarPlacement(c.selection, bar, c.container), c.placement) << c.name;
+        EXPECT_EQ(text(Layout::actionBarCenter(c.selection, bar, c.container)), text(c.center))
             << c.name;
     }
-    // In a low container neither side has room; the half in which the selection starts decides.
-    constexpr CGRect low{0, 0, 1440, 100};
-    EXPECT_EQ(OverlayPanelLayout::actionBarPlacement({400, 50, 600, 40}, bar, low), Bar::screenTop);
-    EXPECT_EQ(OverlayPanelLayout::actionBarPlacement({400, 49, 600, 40}, bar, low),
-              Bar::screenBottom);
-    for (const auto& [placement, y] :
-         {std::pair{Bar::below, 636.0}, std::pair{Bar::above, 164.0 - 22},
-          std::pair{Bar::screenTop, 34.0}, std::pair{Bar::screenBottom, 866.0}})
-        EXPECT_EQ(OverlayPanelLayout::actionBarCenter({400, 178, 600, 422}, bar, screen, margin,
-                                                      gap, placement)
-                      .y,
-                  y);
+    const auto y = [&](Bar placement) {
+        return Layout::actionBarCenter({400, 178, 600, 422}, bar, screen, Layout::defaultMargin,
+                                       Layout::defaultGap, placement)
+            .y;
+    };
+    EXPECT_EQ(y(Bar::below), 636);
+    EXPECT_EQ(y(Bar::above), 142);
+    EXPECT_EQ(y(Bar::screenTop), 34);
+    EXPECT_EQ(y(Bar::screenBottom), 866);
 }
 
 TEST(OverlayPanelLayout, FloatsBesideAPoint) {
@@ -101,25 +87,25 @@ TEST(OverlayPanelLayout, FloatsBesideAPoint) {
         CGSize panel;
         CGPoint center;
     };
-    for (const Case& c : {Case{"right and below", {100, 100}, {200, 100}, {214, 164}},
-                          Case{"left and above", {1300, 850}, {200, 100}, {1186, 786}},
-                          Case{"just fitting", {1214, 774}, {200, 100}, {1328, 838}},
-                          Case{"outside", {-500, 450}, {200, 100}, {112, 514}},
-                          Case{"too wide", {100, 100}, {1500, 100}, {720, 164}}})
-        EXPECT_EQ(text(OverlayPanelLayout::floatingPanelCenter(c.point, c.panel, screen)),
-                  text(c.center))
+    constexpr Case cases[] = {
+        {"right and below", {100, 100}, {200, 100}, {214, 164}},
+        {"left and above", {1300, 850}, {200, 100}, {1186, 786}},
+        {"just fitting", {1214, 774}, {200, 100}, {1328, 838}},
+        {"outside", {-500, 450}, {200, 100}, {112, 514}},
+        {"too wide", {100, 100}, {1500, 100}, {720, 164}},
+    };
+    for (const Case& c : cases)
+        EXPECT_EQ(text(Layout::floatingPanelCenter(c.point, c.panel, screen)), text(c.center))
             << c.name;
-    EXPECT_EQ(text(OverlayPanelLayout::frame({100, 100}, {40, 20})), "(80, 90, 40, 20)");
+    EXPECT_EQ(text(Layout::frame({100, 100}, {40, 20})), "(80, 90, 40, 20)");
 }
 
 TEST(OverlayPanelLayout, ClampsCenters) {
     constexpr CGFloat infinity = std::numeric_limits<CGFloat>::infinity();
     constexpr CGFloat nan = std::numeric_limits<CGFloat>::quiet_NaN();
     const auto clamped = [](CGPoint center, CGSize panel) {
-        return text(OverlayPanelLayout::clampedCenter(center, panel, {-100, 50, 200, 100}, 10));
+        return text(Layout::clampedCenter(center, panel, {-100, 50, 200, 100}, 10));
     };
-    EXPECT_EQ(clamped({0, 100}, {20, 20}), "(0, 100)");
-    EXPECT_EQ(clamped({-1000, 1000}, {20, 20}), "(-80, 130)");
     EXPECT_EQ(clamped({50, 0}, {180, 80}), "(0, 100)") << "just fitting";
     EXPECT_EQ(clamped({50, 60}, {181, 20}), "(0, 70)") << "too wide";
     EXPECT_EQ(clamped({infinity, -infinity}, {20, 20}), "(80, 70)");

@@ -13,9 +13,12 @@ TEST(SelectionCoordinateMapper, FlipsBetweenGlobalAndLocal) {
         const char* name;
         CGRect global, local;
     };
-    for (const Case& c : {Case{"at the top left", {1440, 800, 100, 100}, {0, 0, 100, 100}},
-                          Case{"at the bottom right", {3350, -180, 10, 20}, {1910, 1060, 10, 20}},
-                          Case{"all of it", container, {0, 0, 1920, 1080}}}) {
+    constexpr Case cases[] = {
+        {"at the top left", {1440, 800, 100, 100}, {0, 0, 100, 100}},
+        {"at the bottom right", {3350, -180, 10, 20}, {1910, 1060, 10, 20}},
+        {"all of it", container, {0, 0, 1920, 1080}},
+    };
+    for (const Case& c : cases) {
         const auto local = SelectionCoordinateMapper::localRect(c.global, container);
         ASSERT_TRUE(local) << c.name;
         EXPECT_EQ(text(*local), text(c.local)) << c.name;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <limits>
 #include <random>
 #include <span>
 #include <vector>
@@ -44,37 +45,48 @@ inline double polygonCoverage(std::vector<CGPoint> polygon, std::int64_t px, std
     return std::abs(doubled) / 2;
 }
 
-/// Whatever lies where `distance(point)` is negative: counted at 96 × 96 points, each in a random
-/// place of its own cell, so that an edge at any angle is within about a tenth of a level of 255.
+/// 96 × 96 points of the unit square, each in a random place of its own cell.
+inline const std::vector<CGPoint>& samples() {
+    static const std::vector<CGPoint> points = [] {
+        constexpr int side = 96;
+        std::mt19937 random(7);
+        std::uniform_real_distribution<double> unit(0, 1);
+        std::vector<CGPoint> all;
+        for (int i = 0; i < side * side; ++i)
+            all.push_back({(i / side + unit(random)) / side, (i % side + unit(random)) / side});
+        return all;
+    }();
+    return points;
+}
+
+/// Whatever lies where `distance(point)` is negative, counted at the samples: within about a tenth
+/// of a level of 255 for an edge at any angle.
 /// @param distance  to the edge, to be trusted where it is under 1 px
 template <class Distance>
 double sampledCoverage(Distance distance, std::int64_t px, std::int64_t py) {
-    constexpr int side = 96;
-    const CGPoint middle{static_cast<double>(px) + 0.5, static_cast<double>(py) + 0.5};
-    if (std::abs(distance(middle)) > 0.75) return distance(middle) < 0 ? 1 : 0;
-    std::minstd_rand random(7);
-    const auto place = [&](int cell) {
-        return (cell + static_cast<double>(random()) / std::minstd_rand::max()) / side - 0.5;
-    };
-    int inside = 0;
-    for (int i = 0; i < side; ++i)
-        for (int j = 0; j < side; ++j)
-            inside += distance(CGPoint{middle.x + place(j), middle.y + place(i)}) < 0 ? 1 : 0;
-    return static_cast<double>(inside) / (side * side);
+    const auto x = static_cast<double>(px);
+    const auto y = static_cast<double>(py);
+    const double middle = distance(CGPoint{x + 0.5, y + 0.5});
+    if (std::abs(middle) > 0.75) return middle < 0 ? 1 : 0;
+    const auto inside = std::ranges::count_if(samples(), [&](CGPoint sample) {
+        return distance(CGPoint{x + sample.x, y + sample.y}) < 0;
+    });
+    return static_cast<double>(inside) / static_cast<double>(samples().size());
 }
 
 /// From a point to the polyline through `points`.
 inline double distanceToPolyline(CGPoint p, std::span<const CGPoint> points) {
-    double nearest = std::hypot(p.x - points[0].x, p.y - points[0].y);
-    for (std::size_t i = 1; i < points.size(); ++i) {
-        const CGPoint a = points[i - 1];
+    double nearest = std::numeric_limits<double>::infinity();
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const CGPoint a = points[i > 0 ? i - 1 : 0];
         const CGPoint d{points[i].x - a.x, points[i].y - a.y};
+        const CGPoint q{p.x - a.x, p.y - a.y};
         const double square = d.x * d.x + d.y * d.y;
-        const double t =
-            square > 0 ? std::clamp(((p.x - a.x) * d.x + (p.y - a.y) * d.y) / square, 0.0, 1.0) : 0;
-        nearest = std::min(nearest, std::hypot(p.x - a.x - t * d.x, p.y - a.y - t * d.y));
+        const double t = square > 0 ? std::clamp((q.x * d.x + q.y * d.y) / square, 0.0, 1.0) : 0;
+        const CGPoint apart{q.x - t * d.x, q.y - t * d.y};
+        nearest = std::min(nearest, apart.x * apart.x + apart.y * apart.y);
     }
-    return nearest;
+    return std::sqrt(nearest);
 }
 
 }  // namespace pictal::test

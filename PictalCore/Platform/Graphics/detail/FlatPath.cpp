@@ -96,7 +96,9 @@ FlatPath flattenedForFill(const Path& path, const AffineTransform& transform,
 
 FlatPath flattenedForStroke(const Path& path, const AffineTransform& transform, CGFloat width,
                             const PixelRect& visible) {
-    return flattened(path, transform, {strokeTolerance, outset(visible, width / 2)});
+    // A giant pen brings giant curves into sight, which must not become millions of chords.
+    const CGFloat tolerance = std::max(strokeTolerance, width * 0x1p-30);
+    return flattened(path, transform, {tolerance, outset(visible, width / 2)});
 }
 
 }  // namespace pictal::detail

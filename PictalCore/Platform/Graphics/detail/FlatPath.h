@@ -46,7 +46,7 @@ class FlatPath {
 [[nodiscard]] FlatPath flattenedForFill(const Path& path, const AffineTransform& transform,
                                         const PixelRect& visible);
 
-/// The same for a stroke of `width` pixels, within 0.01 px.
+/// The same for a stroke of `width` pixels, within 0.01 px (for widths up to 1e7).
 [[nodiscard]] FlatPath flattenedForStroke(const Path& path, const AffineTransform& transform,
                                           CGFloat width, const PixelRect& visible);
 

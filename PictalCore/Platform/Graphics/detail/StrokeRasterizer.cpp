@@ -15,8 +15,8 @@
 // can. In each row of pixels, capsules whose extents there meet form a group. A capsule by itself
 // with straight sides is two edges, exactly. For any other group the row is divided by 64 lines,
 // the intervals that the capsules cut out of each are united, and each run makes two upright edges,
-// as high as the line's share of the row. A level side may be off by half that height: rows that
-// hold a nearly level piece of an outline are divided by 256 lines.
+// as high as the line's share of the row. A level side may be off by half that height: where a
+// group holds a nearly level piece of an outline it is divided by 256 lines.
 
 namespace pictal::detail {
 namespace {
@@ -35,28 +35,53 @@ constexpr auto lines = [] {
     return ys;
 }();
 
-class CapsuleList {
+/// A stretch of the stroke. The tips of its caps belong to the outline only where the path ends or
+/// turns back; elsewhere a neighbour hides them.
+struct Stretch {
+    Capsule capsule;
+    bool topShows;
+    bool bottomShows;
+};
+
+/// Whether a nearly level piece of the outline lies in the row: a side, or the tip of a cap.
+bool hasLevelPiece(const Stretch& stretch, CGFloat row) {
+    const Capsule& capsule = stretch.capsule;
+    const auto reaches = [&](CGFloat top, CGFloat bottom) { return top < row + 1 && bottom > row; };
+    if (capsule.direction().y >= levelRise)
+        return (stretch.topShows && reaches(capsule.top(), capsule.top())) ||
+               (stretch.bottomShows && reaches(capsule.bottom(), capsule.bottom()));
+    const CGFloat reach = capsule.radius() * std::abs(capsule.direction().x);
+    return reaches(capsule.top(), capsule.lower().y - reach) ||
+           reaches(capsule.upper().y + reach, capsule.bottom());
+}
+
+class Stroke {
   public:
-    CapsuleList(CGFloat radius, const PixelRect& clip)
-        : radius_(radius),
-          clip_(clip),
-          firstRow_(clip.bottom),
-          endRow_(clip.top),
-          isFine_(static_cast<std::size_t>(clip.height())) {}
+    Stroke(CGFloat radius, const PixelRect& clip)
+        : radius_(radius), clip_(clip), firstRow_(clip.bottom), endRow_(clip.top) {}
 
     void addContour(const FlatPath::Contour& contour) {
         const std::span<const CGPoint> points = contour.points;
-        for (std::size_t i = 1; i < points.size(); ++i)
-            add(points[i - 1], points[i]);
-        if (points.size() == 1 || contour.closed) add(points.back(), points.front());
-        refineTips(contour);
+        const std::size_t count = points.size();
+        const std::size_t segments = contour.closed || count == 1 ? count : count - 1;
+        for (std::size_t i = 0; i < segments; ++i) {
+            const CGPoint a = points[i];
+            const CGPoint b = points[(i + 1) % count];
+            const bool hasBefore = i > 0 || contour.closed;
+            const bool hasAfter = i + 1 < segments || contour.closed;
+            const CGFloat before = hasBefore ? points[(i + count - 1) % count].y : b.y;
+            const CGFloat after = hasAfter ? points[(i + 2) % count].y : a.y;
+            add({.capsule = Capsule(a, b, radius_),
+                 .topShows = a.y <= b.y ? before >= a.y : after >= b.y,
+                 .bottomShows = a.y <= b.y ? after <= b.y : before <= a.y});
+        }
     }
 
     void rasterize(CoverageSink& sink) {
-        if (capsules_.empty()) return;
-        RowBuckets buckets(firstRow_, endRow_, capsules_.size());
-        for (std::size_t i = capsules_.size(); i-- > 0;)
-            buckets.add(firstRowOf(capsules_[i].top()), static_cast<std::uint32_t>(i));
+        if (stretches_.empty()) return;
+        RowBuckets buckets(firstRow_, endRow_, stretches_.size());
+        for (std::size_t i = stretches_.size(); i-- > 0;)
+            buckets.add(firstRowOf(stretches_[i].capsule.top()), static_cast<std::uint32_t>(i));
 
         CoverageRow accumulator(clip_);
         std::vector<Active> active;
@@ -67,52 +92,25 @@ class CapsuleList {
             addRow(active, row, accumulator);
             accumulator.flush(row, FillRule::nonZero, sink);
             std::erase_if(active, [&](const Active& a) {
-                return endRowOf(capsules_[a.capsule].bottom()) == row + 1;
+                return endRowOf(stretches_[a.stretch].capsule.bottom()) == row + 1;
             });
         }
     }
 
   private:
     struct Active {
-        std::uint32_t capsule;
+        std::uint32_t stretch;
         Interval extent;
     };
 
-    void add(CGPoint a, CGPoint b) {
-        const Capsule capsule(a, b, radius_);
-        if (capsule.direction().y < levelRise) {
-            const CGFloat reach = radius_ * std::abs(capsule.direction().x);
-            refine(capsule.upper().y - reach, capsule.lower().y - reach);
-            refine(capsule.upper().y + reach, capsule.lower().y + reach);
-        }
+    void add(const Stretch& stretch) {
+        const Capsule& capsule = stretch.capsule;
         const CGFloat top = std::max(capsule.top(), static_cast<CGFloat>(clip_.top));
         const CGFloat bottom = std::min(capsule.bottom(), static_cast<CGFloat>(clip_.bottom));
         if (top >= bottom) return;
-        capsules_.push_back(capsule);
+        stretches_.push_back(stretch);
         firstRow_ = std::min(firstRow_, firstRowOf(top));
         endRow_ = std::max(endRow_, endRowOf(bottom));
-    }
-
-    /// Where the path turns or ends, a cap's tip is part of the outline; elsewhere it is hidden.
-    void refineTips(const FlatPath::Contour& contour) {
-        const std::span<const CGPoint> points = contour.points;
-        const std::size_t count = points.size();
-        for (std::size_t i = 0; i < count; ++i) {
-            const CGFloat y = points[i].y;
-            const bool hasLast = i > 0 || contour.closed;
-            const bool hasNext = i + 1 < count || contour.closed;
-            const CGFloat last = hasLast ? points[i > 0 ? i - 1 : count - 1].y : y;
-            const CGFloat next = hasNext ? points[i + 1 < count ? i + 1 : 0].y : y;
-            if (last >= y && next >= y) refine(y - radius_, y - radius_);
-            if (last <= y && next <= y) refine(y + radius_, y + radius_);
-        }
-    }
-
-    void refine(CGFloat top, CGFloat bottom) {
-        if (bottom < static_cast<CGFloat>(clip_.top)) return;
-        const std::int64_t endRow = std::min(firstRowOf(bottom) + 1, clip_.bottom);
-        for (std::int64_t row = firstRowOf(top); row < endRow; ++row)
-            isFine_[static_cast<std::size_t>(row - clip_.top)] = true;
     }
 
     [[nodiscard]] std::int64_t firstRowOf(CGFloat y) const { return clippedRow(std::floor(y)); }
@@ -125,7 +123,7 @@ class CapsuleList {
     void addRow(std::vector<Active>& active, std::int64_t row, CoverageRow& accumulator) {
         const auto y = static_cast<CGFloat>(row);
         for (Active& a : active)
-            a.extent = capsules_[a.capsule].extent(y, y + 1);
+            a.extent = stretches_[a.stretch].capsule.extent(y, y + 1);
         std::sort(active.begin(), active.end(),
                   [](const Active& a, const Active& b) { return a.extent.low < b.extent.low; });
         for (auto begin = active.begin(); begin != active.end();) {
@@ -142,32 +140,39 @@ class CapsuleList {
 
     void addGroup(std::span<Active> group, std::int64_t row, CoverageRow& accumulator) {
         const auto y = static_cast<CGFloat>(row);
-        const Capsule& only = capsules_[group.front().capsule];
-        const Interval reach = group.front().extent;
-        if (group.size() == 1 && std::max(-reach.low, reach.high) < worldEdge) {
-            if (const auto piece = only.straightPiece(y, y + 1)) {
-                const auto& [from, to] = *piece;
-                accumulator.addSloped(toFixed(from.low), toFixed(to.low), fixedOne);
-                accumulator.addSloped(toFixed(from.high), toFixed(to.high), -fixedOne);
-                return;
-            }
-        }
+        if (group.size() == 1 &&
+            addStraight(stretches_[group.front().stretch].capsule, y, accumulator))
+            return;
         // In the order of the path, where neighbours overlap.
         std::sort(group.begin(), group.end(),
-                  [](const Active& a, const Active& b) { return a.capsule < b.capsule; });
-        const bool isFine = isFine_[static_cast<std::size_t>(row - clip_.top)];
+                  [](const Active& a, const Active& b) { return a.stretch < b.stretch; });
+        const bool isFine = std::ranges::any_of(
+            group, [&](const Active& a) { return hasLevelPiece(stretches_[a.stretch], y); });
         union_.reset(isFine ? std::span<const CGFloat>(lines<fine>) : lines<coarse>);
         for (const Active& a : group)
-            union_.add(capsules_[a.capsule], y);
+            union_.add(stretches_[a.stretch].capsule, y);
         union_.flush(accumulator);
+    }
+
+    /// @return whether the capsule has straight sides throughout the row, as was added
+    static bool addStraight(const Capsule& capsule, CGFloat row, CoverageRow& accumulator) {
+        const auto piece = capsule.straightPiece(row, row + 1);
+        if (!piece) return false;
+        const auto& [from, to] = *piece;
+        const auto isInWorld = [](const Interval& interval) {
+            return interval.low > -worldEdge && interval.high < worldEdge;
+        };
+        if (!isInWorld(from) || !isInWorld(to)) return false;
+        accumulator.addSloped(toFixed(from.low), toFixed(to.low), fixedOne);
+        accumulator.addSloped(toFixed(from.high), toFixed(to.high), -fixedOne);
+        return true;
     }
 
     CGFloat radius_;
     PixelRect clip_;
     std::int64_t firstRow_;
     std::int64_t endRow_;
-    std::vector<Capsule> capsules_;
-    std::vector<bool> isFine_;
+    std::vector<Stretch> stretches_;
     IntervalUnion union_;
 };
 
@@ -204,10 +209,10 @@ void rasterizeStroke(const FlatPath& path, CGFloat width, const PixelRect& clip,
         const std::span<const CGPoint> points = path.contour(0).points;
         return fillCapsule(Capsule(points.front(), points.back(), radius), clip, sink);
     }
-    CapsuleList capsules(radius, clip);
+    Stroke stroke(radius, clip);
     for (std::size_t i = 0; i < path.contourCount(); ++i)
-        capsules.addContour(path.contour(i));
-    capsules.rasterize(sink);
+        stroke.addContour(path.contour(i));
+    stroke.rasterize(sink);
 }
 
 }  // namespace pictal::detail

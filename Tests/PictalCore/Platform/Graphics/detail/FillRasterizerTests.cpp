@@ -1,0 +1,194 @@
+#include "PictalCore/Platform/Graphics/detail/FillRasterizer.h"
+#include "Tests/Support/CoverageCanvas.h"
+#include "Tests/Support/Reference/ExactCoverage.h"
+
+#include <cmath>
+#include <numbers>
+#include <random>
+
+#include <gtest/gtest.h>
+
+namespace pictal::detail {
+namespace {
+
+using test::CoverageCanvas;
+
+CoverageCanvas filled(const Path& path, const PixelRect& clip, FillRule rule = FillRule::nonZero) {
+    CoverageCanvas canvas(clip);
+    rasterizeFill(flattenedForFill(path, {}, clip), rule, clip, canvas);
+    return canvas;
+}
+
+Path polygon(const std::vector<CGPoint>& points) {
+    Path path;
+    for (const CGPoint& point : points)
+        point == points.front() ? path.moveTo(point) : path.lineTo(point);
+    path.close();
+    return path;
+}
+
+std::vector<CGPoint> randomPoints(std::mt19937& random, std::size_t count, CGFloat reach) {
+    std::uniform_real_distribution<CGFloat> coordinate(16 - reach, 16 + reach);
+    std::vector<CGPoint> points(count);
+    for (CGPoint& point : points)
+        point = {coordinate(random), coordinate(random)};
+    return points;
+}
+
+constexpr PixelRect square{0, 0, 32, 32};
+
+TEST(FillRasterizer, TrianglesAreExact) {
+    std::mt19937 random(1);
+    double worst = 0;
+    for (int i = 0; i < 300; ++i) {
+        const auto corners = randomPoints(random, 3, 30);
+        worst =
+            std::max(worst, maxLevelError(filled(polygon(corners), square), [&](auto x, auto y) {
+                         return test::polygonCoverage(corners, x, y);
+                     }));
+    }
+    // Rounding to a level, and next to nothing from the 1/65536 px of the corners.
+    EXPECT_LE(worst, 0.51);
+    EXPECT_GE(worst, 0.49);
+}
+
+TEST(FillRasterizer, DiscsAreWithinOneLevel) {
+    std::mt19937 random(2);
+    std::uniform_real_distribution<CGFloat> unit(0, 1);
+    for (const CGFloat radius : {0.2, 0.5, 1.0, 3.7, 12.0, 60.0}) {
+        const CGPoint c{16 + unit(random), (radius > 32 ? -40 : 16) + unit(random)};
+        Path path;
+        path.addEllipse({c.x - radius, c.y - radius, 2 * radius, 2 * radius});
+        const CoverageCanvas canvas = filled(path, square);
+        const auto distance = [&](CGPoint p) { return std::hypot(p.x - c.x, p.y - c.y) - radius; };
+        // 0.5 for rounding, 0.26 for the chords, the rest is the reference's own.
+        EXPECT_LE(
+            maxLevelError(canvas,
+                          [&](auto x, auto y) { return test::sampledCoverage(distance, x, y); }),
+            1.0)
+            << "radius " << radius;
+        if (radius > 15) continue;  // larger than the canvas
+        EXPECT_NEAR(canvas.area(), std::numbers::pi * radius * radius, 0.02 + 0.01 * radius);
+    }
+}
+
+TEST(FillRasterizer, RulesDifferWhereContoursOverlap) {
+    Path twice;
+    twice.addRect({2, 2, 20, 20});
+    twice.addRect({8, 8.5, 8, 8});
+    const CoverageCanvas nonZero = filled(twice, square);
+    EXPECT_EQ(nonZero.at(10, 10), 255);
+    EXPECT_EQ(nonZero.at(10, 8), 255);
+    const CoverageCanvas evenOdd = filled(twice, square, FillRule::evenOdd);
+    EXPECT_EQ(evenOdd.at(10, 10), 0);
+    EXPECT_EQ(evenOdd.at(10, 8), 128);
+    EXPECT_EQ(evenOdd.at(4, 10), 255);
+    twice.addRect({8, 8.5, 8, 8});
+    EXPECT_EQ(filled(twice, square, FillRule::evenOdd).at(10, 10), 255);
+}
+
+TEST(FillRasterizer, DirectionAndClosingDoNotMatter) {
+    Path open;
+    open.moveTo({3.3, 4});
+    open.lineTo({20, 9.7});
+    open.lineTo({11, 30});
+    EXPECT_EQ(
+        difference(filled(open, square), filled(polygon({{11, 30}, {20, 9.7}, {3.3, 4}}), square)),
+        "");
+}
+
+TEST(FillRasterizer, ShapesWithACommonEdgeLeaveNoGap) {
+    std::mt19937 random(3);
+    for (const CGFloat reach : {10.0, 100.0, 1e6, 1e9, 1e12}) {
+        for (int i = 0; i < 20; ++i) {
+            const auto p = randomPoints(random, 2, reach);
+            const CGFloat far = 4 * reach + 1000;
+            // The line through both points parts the plane: add what lies on either side.
+            const CGFloat length = std::hypot(p[1].x - p[0].x, p[1].y - p[0].y);
+            const CGPoint u{(p[1].x - p[0].x) / length * far, (p[1].y - p[0].y) / length * far};
+            const CGPoint a{p[0].x - u.x, p[0].y - u.y};
+            const CGPoint b{p[0].x + u.x, p[0].y + u.y};
+            const CoverageCanvas one = filled(
+                polygon({a, b, {b.x - 2 * u.y, b.y + 2 * u.x}, {a.x - 2 * u.y, a.y + 2 * u.x}}),
+                square);
+            const CoverageCanvas other = filled(
+                polygon({b, a, {a.x + 2 * u.y, a.y - 2 * u.x}, {b.x + 2 * u.y, b.y - 2 * u.x}}),
+                square);
+            EXPECT_LE(
+                maxLevelError(one, [&](auto x, auto y) { return 1 - other.at(x, y) / 255.0; }),
+                1.001)
+                << "reach " << reach << ", case " << i;
+        }
+    }
+}
+
+TEST(FillRasterizer, EdgesFarBeyondTheCanvasPassWhereTheyShould) {
+    struct Row {
+        const char* name;
+        CGPoint a, b;    // the edge; what is below it is filled
+        CGFloat middle;  // its y at x = 16
+        CGFloat slope;   // and rise per column
+    };
+    constexpr Row rows[] = {
+        {"gentle, 1e9", {-1e9, -1e8 + 12.25}, {1e9, 1e8 + 12.25}, 13.85, 0.1},
+        {"diagonal, 1e18", {-0x1p60, -0x1p60}, {0x1p60, 0x1p60}, 16, 1},
+        {"one end near", {0, 8}, {0x1p61, 0x1p60}, 16, 0.5},
+        {"level, 1e30", {-1e30, 20.5}, {1e30, 20.5}, 20.5, 0},
+        {"steep, 1e12", {-1e11, -1e12}, {1e11, 1e12}, 160, 10},
+    };
+    for (const Row& row : rows) {
+        const CGFloat low = std::max(row.a.y, row.b.y) * 2 + 1e30;
+        const CoverageCanvas canvas =
+            filled(polygon({row.a, row.b, {row.b.x, low}, {row.a.x, low}}), square);
+        const auto at = [&](CGFloat x) { return row.middle + (x - 16) * row.slope; };
+        const std::vector<CGPoint> near = {{0, at(0)}, {32, at(32)}, {32, 400}, {0, 400}};
+        const double error = maxLevelError(
+            canvas, [&](auto x, auto y) { return test::polygonCoverage(near, x, y); });
+        EXPECT_LE(error, 0.51) << row.name;
+    }
+    Path everything;
+    everything.addRect({-0x1p1022, -0x1p1022, 0x1p1023, 0x1p1023});
+    EXPECT_EQ(filled(everything, square).solidPixels(), 32 * 32);
+}
+
+TEST(FillRasterizer, AClipOnlyCrops) {
+    std::mt19937 random(4);
+    for (const CGFloat reach : {20.0, 300.0, 1e10}) {
+        Path path;
+        for (int i = 0; i < 12; ++i)
+            path.addPath(polygon(randomPoints(random, 5, reach)));
+        path.addEllipse({-70, 3, 90, 25});
+        const CoverageCanvas whole = filled(path, {-40, -40, 80, 80}, FillRule::evenOdd);
+        for (const PixelRect clip : {PixelRect{3, 5, 4, 6}, {-7, 11, 30, 29}, {20, -40, 80, 1}})
+            EXPECT_EQ(difference(filled(path, clip, FillRule::evenOdd), whole), "") << reach;
+    }
+}
+
+TEST(FillRasterizer, ReachesTheEndOfTheLargestCanvas) {
+    for (const PixelRect clip : {PixelRect{0, 119'984, 32, 120'000},
+                                 {7'999'968, 119'984, 8'000'000, 120'000},
+                                 {7'999'968, 7'999'984, 8'000'000, 8'000'000}}) {
+        const auto right = static_cast<CGFloat>(clip.right);
+        const auto bottom = static_cast<CGFloat>(clip.bottom);
+        const std::vector<CGPoint> corners = {
+            {0, 0}, {right + 3, bottom - 20.3}, {right - 20.7, bottom + 3}};
+        const CoverageCanvas canvas = filled(polygon(corners), clip);
+        EXPECT_LE(maxLevelError(
+                      canvas, [&](auto x, auto y) { return test::polygonCoverage(corners, x, y); }),
+                  0.52)
+            << clip.right << " × " << clip.bottom;
+    }
+}
+
+TEST(FillRasterizer, ReportsWholeSpansAsSolid) {
+    Path path;
+    path.addRoundedRect({10, 10, 300, 100}, 20);
+    const CoverageCanvas canvas = filled(path, {0, 0, 320, 120});
+    // All of the 30,000 but what is within 20 px of the round corners' rows at most.
+    EXPECT_GE(canvas.solidPixels(), 29'000);
+    EXPECT_EQ(filled(Path(), square).area(), 0);
+    EXPECT_EQ(filled(path, {5, 5, 5, 9}).solidPixels(), 0);
+}
+
+}  // namespace
+}  // namespace pictal::detail
