@@ -95,10 +95,16 @@ enum class Compression {
 
 /// Why a picture could not be written.
 enum class WriteError {
-    /// The image is 0 × 0; there is nothing to write.
+    /// A side is 0; there is nothing to write.
     emptyImage,
+    /// A side is over 8,000,000; no reader of ours takes it back. Write it in parts.
+    tooLarge,
     /// There is not enough memory for the work.
     outOfMemory,
+    /// A row has another width than the picture, or there are more or fewer of them than it has.
+    wrongRow,
+    /// The receiver of the file's bytes refused them; it knows why.
+    sinkFailed,
 };
 
 [[nodiscard]] PICTAL_API std::expected<std::vector<std::byte>, WriteError> write(

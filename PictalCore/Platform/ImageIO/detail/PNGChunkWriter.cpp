@@ -96,13 +96,11 @@ void PNGChunkWriter::imageData(std::span<const std::byte> stream) {
     chunk("IDAT", stream);
 }
 
-std::vector<std::byte> PNGChunkWriter::end() && {
+void PNGChunkWriter::end() {
     chunk("IEND", {});
-    return std::move(bytes_);
 }
 
 void PNGChunkWriter::chunk(std::string_view type, std::span<const std::byte> data) {
-    bytes_.reserve(bytes_.size() + data.size() + 12);
     append32(bytes_, static_cast<std::uint32_t>(data.size()));
     const std::size_t covered = bytes_.size();
     append(bytes_, std::as_bytes(std::span(type)));

@@ -16,7 +16,7 @@ class PNGChunkWriter {
     void palette(std::span<const std::uint32_t> colors);
     /// A piece of the zlib stream of filtered rows.
     void imageData(std::span<const std::byte> stream);
-    [[nodiscard]] std::vector<std::byte> end() &&;
+    void end();
 
     /// What was put together since the last call.
     [[nodiscard]] std::vector<std::byte> take() { return std::exchange(bytes_, {}); }

@@ -1,0 +1,193 @@
+#include "PictalCore/Platform/Graphics/Kernels/FilterRows.h"
+
+#include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
+
+#include <algorithm>
+#include <cstring>
+
+#define PICTAL_BODY [[gnu::always_inline]] inline
+
+namespace pictal::kernels {
+
+namespace {
+
+using Words = std::span<const std::uint32_t>;
+using MutableWords = std::span<std::uint32_t>;
+using Bytes = std::span<const std::uint8_t>;
+using Costs = std::array<std::uint64_t, rowFilterCount>;
+
+PICTAL_BODY std::uint32_t straightComponent(std::uint32_t component, std::uint32_t alpha) {
+    // A quotient of numbers below 2^17 is at least 1 / 255 away from the next whole one, or is it;
+    // rounding to float does not reach that far.
+    const std::uint32_t divisor = alpha > 1 ? alpha : 1;
+    const std::uint32_t bounded = component < alpha ? component : alpha;
+    const auto dividend = static_cast<std::int32_t>(bounded * 255 + divisor / 2);
+    return static_cast<std::uint32_t>(static_cast<std::int32_t>(
+        static_cast<float>(dividend) / static_cast<float>(static_cast<std::int32_t>(divisor))));
+}
+
+PICTAL_BODY void unpremultiplyBody(Words from, MutableWords to) {
+    for (std::size_t i = 0; i < from.size(); ++i) {
+        const std::uint32_t pixel = from[i];
+        const std::uint32_t alpha = alphaOf(pixel);
+        to[i] = pixelOf(straightComponent(redOf(pixel), alpha),
+                        straightComponent(greenOf(pixel), alpha),
+                        straightComponent(blueOf(pixel), alpha), alpha);
+    }
+}
+
+PICTAL_BODY void premultiplyBody(Words from, MutableWords to) {
+    for (std::size_t i = 0; i < from.size(); ++i)
+        to[i] = premultiplied(from[i]);
+}
+
+PICTAL_BODY void packRGBBody(Words pixels, std::uint8_t* to) {
+    std::size_t i = 0;
+    for (; i + 4 <= pixels.size(); i += 4, to += 12) {
+        const std::uint32_t first = (pixels[i] & 0xFFFFFF) | pixels[i + 1] << 24;
+        const std::uint32_t second = (pixels[i + 1] >> 8 & 0xFFFF) | pixels[i + 2] << 16;
+        const std::uint32_t third = (pixels[i + 2] >> 16 & 0xFF) | pixels[i + 3] << 8;
+        std::memcpy(to, &first, 4);
+        std::memcpy(to + 4, &second, 4);
+        std::memcpy(to + 8, &third, 4);
+    }
+    for (; i < pixels.size(); ++i, to += 3)
+        std::memcpy(to, &pixels[i], 3);
+}
+
+PICTAL_BODY std::size_t countRepeatsBody(Words row, Words above) {
+    std::uint32_t count = 0;
+    if (above.empty()) {
+        for (std::size_t i = 1; i < row.size(); ++i)
+            count += row[i] == row[i - 1];
+        return count;
+    }
+    for (std::size_t i = 1; i < row.size(); ++i)
+        count += std::uint32_t{row[i] == row[i - 1]} | std::uint32_t{row[i] == above[i]};
+    return count + std::size_t{row[0] == above[0]};
+}
+
+PICTAL_BODY std::uint8_t paethPrediction(std::uint8_t left, std::uint8_t up, std::uint8_t upLeft) {
+    const auto a = static_cast<std::int16_t>(left);
+    const auto b = static_cast<std::int16_t>(up);
+    const auto c = static_cast<std::int16_t>(upLeft);
+    const auto distance = [](std::int16_t difference) {
+        return static_cast<std::int16_t>(difference < 0 ? -difference : difference);
+    };
+    const std::int16_t toLeft = distance(static_cast<std::int16_t>(b - c));
+    const std::int16_t toUp = distance(static_cast<std::int16_t>(a - c));
+    const std::int16_t toUpLeft = distance(static_cast<std::int16_t>(a + b - c - c));
+    const std::int16_t upOrUpLeft = toUp <= toUpLeft ? b : c;
+    return static_cast<std::uint8_t>(((toLeft <= toUp) & (toLeft <= toUpLeft)) ? a : upOrUpLeft);
+}
+
+PICTAL_BODY std::uint8_t averagePrediction(std::uint8_t left, std::uint8_t up) {
+    return static_cast<std::uint8_t>((left + up) >> 1);
+}
+
+/// What is left of a byte: its distance from the prediction, as an absolute signed byte.
+PICTAL_BODY std::uint8_t cost(std::uint8_t byte, std::uint8_t prediction) {
+    const auto rest = static_cast<std::uint8_t>(byte - prediction);
+    const auto negated = static_cast<std::uint8_t>(-rest);
+    return rest < negated ? rest : negated;
+}
+
+PICTAL_BODY Costs filterCostsBody(Bytes row, const std::uint8_t* above, std::size_t pixel) {
+    // Sums of at most 128 each fit 16 bits for a block of this many.
+    constexpr std::size_t block = 256;
+    Costs costs{};
+    for (std::size_t start = 0; start < row.size(); start += block) {
+        const std::uint8_t* const x = row.data() + start;
+        const std::uint8_t* const up = above + start;
+        const std::uint8_t* const left = x - pixel;
+        const std::uint8_t* const upLeft = up - pixel;
+        const std::size_t count = std::min(block, row.size() - start);
+        std::uint16_t none = 0, sub = 0, upward = 0, average = 0, paeth = 0;
+        for (std::size_t i = 0; i < count; ++i) {
+            none = static_cast<std::uint16_t>(none + cost(x[i], 0));
+            sub = static_cast<std::uint16_t>(sub + cost(x[i], left[i]));
+            upward = static_cast<std::uint16_t>(upward + cost(x[i], up[i]));
+            average =
+                static_cast<std::uint16_t>(average + cost(x[i], averagePrediction(left[i], up[i])));
+            paeth = static_cast<std::uint16_t>(
+                paeth + cost(x[i], paethPrediction(left[i], up[i], upLeft[i])));
+        }
+        costs[0] += none;
+        costs[1] += sub;
+        costs[2] += upward;
+        costs[3] += average;
+        costs[4] += paeth;
+    }
+    return costs;
+}
+
+PICTAL_BODY void filterBody(RowFilter filter, Bytes row, const std::uint8_t* above,
+                            std::size_t pixel, std::uint8_t* __restrict to) {
+    const std::uint8_t* const left = row.data() - pixel;
+    const std::uint8_t* const upLeft = above - pixel;
+    const auto put = [&](auto prediction) {
+        for (std::size_t i = 0; i < row.size(); ++i)
+            to[i] = static_cast<std::uint8_t>(row[i] - prediction(i));
+    };
+    switch (filter) {
+        case RowFilter::none:
+            std::memcpy(to, row.data(), row.size());
+            break;
+        case RowFilter::sub:
+            put([=](std::size_t i) { return left[i]; });
+            break;
+        case RowFilter::up:
+            put([=](std::size_t i) { return above[i]; });
+            break;
+        case RowFilter::average:
+            put([=](std::size_t i) { return averagePrediction(left[i], above[i]); });
+            break;
+        case RowFilter::paeth:
+            put([=](std::size_t i) { return paethPrediction(left[i], above[i], upLeft[i]); });
+            break;
+    }
+}
+
+#define PICTAL_FILTER_ROW_LEVEL(name, level)                                                      \
+    struct name {                                                                                 \
+        level static void unpremultiply(Words from, MutableWords to) {                            \
+            unpremultiplyBody(from, to);                                                          \
+        }                                                                                         \
+        level static void premultiply(Words from, MutableWords to) {                              \
+            premultiplyBody(from, to);                                                            \
+        }                                                                                         \
+        level static void packRGB(Words pixels, std::uint8_t* to) {                               \
+            packRGBBody(pixels, to);                                                              \
+        }                                                                                         \
+        level static std::size_t countRepeats(Words row, Words above) {                           \
+            return countRepeatsBody(row, above);                                                  \
+        }                                                                                         \
+        level static Costs filterCosts(Bytes row, const std::uint8_t* above, std::size_t pixel) { \
+            return filterCostsBody(row, above, pixel);                                            \
+        }                                                                                         \
+        level static void filter(RowFilter filter, Bytes row, const std::uint8_t* above,          \
+                                 std::size_t pixel, std::uint8_t* to) {                           \
+            filterBody(filter, row, above, pixel, to);                                            \
+        }                                                                                         \
+        static constexpr FilterRowKernels kernels{unpremultiply, premultiply, packRGB,            \
+                                                  countRepeats,  filterCosts, filter};            \
+    }
+PICTAL_FILTER_ROW_LEVEL(Plain, );
+PICTAL_FILTER_ROW_LEVEL(V3, PICTAL_LEVEL_V3);
+PICTAL_FILTER_ROW_LEVEL(V4, PICTAL_LEVEL_V4);
+
+}  // namespace
+
+const FilterRowKernels& filterRowKernels(Level level) {
+    switch (level) {
+        case Level::plain:
+            return Plain::kernels;
+        case Level::v3:
+            return V3::kernels;
+        case Level::v4:
+            return V4::kernels;
+    }
+    return Plain::kernels;
+}
+
+}  // namespace pictal::kernels

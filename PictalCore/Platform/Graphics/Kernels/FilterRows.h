@@ -1,0 +1,54 @@
+#pragma once
+
+#include "PictalCore/Platform/Graphics/Kernels/Levels.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+
+/// The loops of PNG writing and reading over one row.
+///
+/// A filter replaces each byte by its difference from a prediction, made of the byte one pixel to
+/// the left, the one above, and the one above left.
+namespace pictal::kernels {
+
+/// The values are those of the file format.
+enum class RowFilter : std::uint8_t { none, sub, up, average, paeth };
+
+inline constexpr std::size_t rowFilterCount = 5;
+
+/// Rows that filters look at have so many bytes of zeros before them: the pixel left of the first.
+inline constexpr std::size_t rowMargin = 8;
+
+struct FilterRowKernels {
+    /// Premultiplied to straight alpha, exactly rounded; both spans have the same length.
+    void (*unpremultiply)(std::span<const std::uint32_t> from, std::span<std::uint32_t> to);
+    /// Straight to premultiplied alpha, exactly rounded.
+    void (*premultiply)(std::span<const std::uint32_t> from, std::span<std::uint32_t> to);
+    /// Drops the alpha: three bytes a pixel.
+    void (*packRGB)(std::span<const std::uint32_t> pixels, std::uint8_t* to);
+    /// How many pixels equal their left or their upper neighbour; without a row above, their left.
+    std::size_t (*countRepeats)(std::span<const std::uint32_t> row,
+                                std::span<const std::uint32_t> above);
+    /// For each filter the sum of the absolute values, as signed bytes, that it would leave.
+    /// @param row    has a margin, as has `above`
+    /// @param pixel  bytes a pixel, at most 8
+    std::array<std::uint64_t, rowFilterCount> (*filterCosts)(std::span<const std::uint8_t> row,
+                                                             const std::uint8_t* above,
+                                                             std::size_t pixel);
+    void (*filter)(RowFilter filter, std::span<const std::uint8_t> row, const std::uint8_t* above,
+                   std::size_t pixel, std::uint8_t* to);
+};
+
+/// @param level  one that is available
+[[nodiscard]] const FilterRowKernels& filterRowKernels(Level level = bestLevel());
+
+/// Undoes a filter and makes words of the pixels: of three bytes opaque ones, of four as they are.
+/// @param above  the row above as words that came out of this; zeros above the first row
+void unfilterRGB(RowFilter filter, const std::uint8_t* from, std::span<const std::uint32_t> above,
+                 std::span<std::uint32_t> to);
+void unfilterRGBA(RowFilter filter, const std::uint8_t* from, std::span<const std::uint32_t> above,
+                  std::span<std::uint32_t> to);
+
+}  // namespace pictal::kernels
