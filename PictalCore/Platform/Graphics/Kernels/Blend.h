@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PictalCore/Platform/Graphics/Kernels/Levels.h"
+
 #include <cstdint>
 #include <span>
 
@@ -9,38 +11,32 @@
 /// Coverage says how much of each pixel is painted, in 1/255; it has the length of the row.
 namespace pictal::kernels {
 
-/// Paints one colour over the row: source-over.
-/// @param color  straight, not premultiplied
-void blendColor(std::span<std::uint32_t> row, std::uint32_t color);
-void blendColor(std::span<std::uint32_t> row, std::uint32_t color,
-                std::span<const std::uint8_t> coverage);
+struct BlendKernels {
+    using Row = std::span<std::uint32_t>;
+    using Pixels = std::span<const std::uint32_t>;
+    using Coverage = std::span<const std::uint8_t>;
 
-/// Paints premultiplied pixels over the row: source-over.
-void blendPixels(std::span<std::uint32_t> row, std::span<const std::uint32_t> source);
-void blendPixels(std::span<std::uint32_t> row, std::span<const std::uint32_t> source,
-                 std::span<const std::uint8_t> coverage);
+    /// Paints one straight colour over the row: source-over.
+    void (*blendColor)(Row row, std::uint32_t color);
+    void (*blendColorCovered)(Row row, std::uint32_t color, Coverage coverage);
+    /// Paints premultiplied pixels over the row: source-over.
+    void (*blendPixels)(Row row, Pixels source);
+    void (*blendPixelsCovered)(Row row, Pixels source, Coverage coverage);
+    /// Replaces the row by premultiplied pixels, or by one, as far as it is covered.
+    void (*copyPixelsCovered)(Row row, Pixels source, Coverage coverage);
+    void (*copyColorCovered)(Row row, std::uint32_t pixel, Coverage coverage);
+    /// Takes away a part of the row, alpha / 255, or as much of that as is covered.
+    void (*erase)(Row row, std::uint32_t alpha);
+    void (*eraseCovered)(Row row, std::uint32_t alpha, Coverage coverage);
+    /// Takes away as much of the row as the source is opaque.
+    void (*erasePixels)(Row row, Pixels source);
+    void (*erasePixelsCovered)(Row row, Pixels source, Coverage coverage);
+    /// coverage × factor / 255 and coverage × mask / 255, in place.
+    void (*scaleCoverage)(std::span<std::uint8_t> coverage, std::uint8_t factor);
+    void (*multiplyCoverage)(std::span<std::uint8_t> coverage, Coverage mask);
+};
 
-/// Replaces the row by premultiplied pixels as far as it is covered.
-void copyPixels(std::span<std::uint32_t> row, std::span<const std::uint32_t> source,
-                std::span<const std::uint8_t> coverage);
-
-/// Replaces the row by one premultiplied pixel as far as it is covered.
-void copyColor(std::span<std::uint32_t> row, std::uint32_t pixel,
-               std::span<const std::uint8_t> coverage);
-
-/// Takes away a part of the row, alpha / 255, or as much of that as is covered.
-void eraseEvenly(std::span<std::uint32_t> row, std::uint32_t alpha);
-void eraseCovered(std::span<std::uint32_t> row, std::uint32_t alpha,
-                  std::span<const std::uint8_t> coverage);
-
-/// Takes away as much of the row as the source is opaque.
-void erasePixels(std::span<std::uint32_t> row, std::span<const std::uint32_t> source);
-void erasePixels(std::span<std::uint32_t> row, std::span<const std::uint32_t> source,
-                 std::span<const std::uint8_t> coverage);
-
-/// coverage × factor / 255, in place.
-void scaleCoverage(std::span<std::uint8_t> coverage, std::uint8_t factor);
-/// coverage × mask / 255, in place.
-void multiplyCoverage(std::span<std::uint8_t> coverage, std::span<const std::uint8_t> mask);
+/// @param level  one that is available
+[[nodiscard]] const BlendKernels& blendKernels(Level level = bestLevel());
 
 }  // namespace pictal::kernels

@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <cstring>
 
-#define PICTAL_BODY [[gnu::always_inline]] inline
-
 namespace pictal::kernels {
 
 namespace {
@@ -148,46 +146,16 @@ PICTAL_BODY void filterBody(RowFilter filter, Bytes row, const std::uint8_t* abo
     }
 }
 
-#define PICTAL_FILTER_ROW_LEVEL(name, level)                                                      \
-    struct name {                                                                                 \
-        level static void unpremultiply(Words from, MutableWords to) {                            \
-            unpremultiplyBody(from, to);                                                          \
-        }                                                                                         \
-        level static void premultiply(Words from, MutableWords to) {                              \
-            premultiplyBody(from, to);                                                            \
-        }                                                                                         \
-        level static void packRGB(Words pixels, std::uint8_t* to) {                               \
-            packRGBBody(pixels, to);                                                              \
-        }                                                                                         \
-        level static std::size_t countRepeats(Words row, Words above) {                           \
-            return countRepeatsBody(row, above);                                                  \
-        }                                                                                         \
-        level static Costs filterCosts(Bytes row, const std::uint8_t* above, std::size_t pixel) { \
-            return filterCostsBody(row, above, pixel);                                            \
-        }                                                                                         \
-        level static void filter(RowFilter filter, Bytes row, const std::uint8_t* above,          \
-                                 std::size_t pixel, std::uint8_t* to) {                           \
-            filterBody(filter, row, above, pixel, to);                                            \
-        }                                                                                         \
-        static constexpr FilterRowKernels kernels{unpremultiply, premultiply, packRGB,            \
-                                                  countRepeats,  filterCosts, filter};            \
-    }
-PICTAL_FILTER_ROW_LEVEL(Plain, );
-PICTAL_FILTER_ROW_LEVEL(V3, PICTAL_LEVEL_V3);
-PICTAL_FILTER_ROW_LEVEL(V4, PICTAL_LEVEL_V4);
+template <template <auto> class At>
+constexpr FilterRowKernels tableAt{
+    At<unpremultiplyBody>::run, At<premultiplyBody>::run, At<packRGBBody>::run,
+    At<countRepeatsBody>::run,  At<filterCostsBody>::run, At<filterBody>::run,
+};
 
 }  // namespace
 
 const FilterRowKernels& filterRowKernels(Level level) {
-    switch (level) {
-        case Level::plain:
-            return Plain::kernels;
-        case Level::v3:
-            return V3::kernels;
-        case Level::v4:
-            return V4::kernels;
-    }
-    return Plain::kernels;
+    return atLevel(level, tableAt<AtPlain>, tableAt<AtV3>, tableAt<AtV4>);
 }
 
 }  // namespace pictal::kernels

@@ -15,6 +15,8 @@ enum class Level {
     v4,
 };
 
+#define PICTAL_BODY [[gnu::always_inline]] inline
+
 inline constexpr std::array allLevels{Level::plain, Level::v3, Level::v4};
 
 #if defined(__x86_64__)
@@ -45,12 +47,49 @@ inline constexpr std::array allLevels{Level::plain, Level::v3, Level::v4};
 }
 #endif
 
+/// A body compiled for one level: `AtV3<body>::run` is called like `body`.
+template <auto Body>
+struct AtPlain;
+template <class Result, class... Arguments, Result (*Body)(Arguments...)>
+struct AtPlain<Body> {
+    static Result run(Arguments... arguments) { return Body(arguments...); }
+};
+
+template <auto Body>
+struct AtV3;
+template <class Result, class... Arguments, Result (*Body)(Arguments...)>
+struct AtV3<Body> {
+    PICTAL_LEVEL_V3 static Result run(Arguments... arguments) { return Body(arguments...); }
+};
+
+template <auto Body>
+struct AtV4;
+template <class Result, class... Arguments, Result (*Body)(Arguments...)>
+struct AtV4<Body> {
+    PICTAL_LEVEL_V4 static Result run(Arguments... arguments) { return Body(arguments...); }
+};
+
 /// The highest level of this processor.
 [[nodiscard]] inline Level bestLevel() {
     static const Level best = isAvailable(Level::v4)   ? Level::v4
                               : isAvailable(Level::v3) ? Level::v3
                                                        : Level::plain;
     return best;
+}
+
+/// The table of a level out of the same table at each.
+template <class Table>
+[[nodiscard]] const Table& atLevel(Level level, const Table& plain, const Table& v3,
+                                   const Table& v4) {
+    switch (level) {
+        case Level::plain:
+            return plain;
+        case Level::v3:
+            return v3;
+        case Level::v4:
+            return v4;
+    }
+    return plain;
 }
 
 }  // namespace pictal::kernels

@@ -47,8 +47,9 @@ void Clip::intersect(CoverageMask&& mask) {
     bounds_ = bounds_.intersection(mask.area());
     if (mask_ && !bounds_.isEmpty())
         for (std::int64_t row = bounds_.top; row < bounds_.bottom; ++row)
-            kernels::multiplyCoverage(mask.span(row, bounds_.left, bounds_.right),
-                                      std::as_const(*mask_).span(row, bounds_.left, bounds_.right));
+            kernels::blendKernels().multiplyCoverage(
+                mask.span(row, bounds_.left, bounds_.right),
+                std::as_const(*mask_).span(row, bounds_.left, bounds_.right));
     mask_ = std::make_shared<const CoverageMask>(std::move(mask));
 }
 

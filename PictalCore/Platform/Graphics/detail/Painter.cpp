@@ -7,6 +7,15 @@
 
 namespace pictal::detail {
 
+namespace {
+
+const kernels::BlendKernels& blend() {
+    static const kernels::BlendKernels& best = kernels::blendKernels();
+    return best;
+}
+
+}  // namespace
+
 void Painter::solid(std::int64_t row, std::int64_t left, std::int64_t right) {
     const auto size = static_cast<std::size_t>(right - left);
     if (options_.alpha == 255 && !clip_.weights(row, left, right)) {
@@ -35,9 +44,9 @@ void Painter::varied(std::int64_t row, std::int64_t left, std::span<const std::u
 
 void Painter::paintScratch(std::int64_t row, std::int64_t left, std::span<std::uint8_t> coverage) {
     const auto right = left + static_cast<std::int64_t>(coverage.size());
-    if (options_.alpha != 255) kernels::scaleCoverage(coverage, options_.alpha);
+    if (options_.alpha != 255) blend().scaleCoverage(coverage, options_.alpha);
     if (const auto weights = clip_.weights(row, left, right))
-        kernels::multiplyCoverage(coverage, *weights);
+        blend().multiplyCoverage(coverage, *weights);
     paint(target(row, left, coverage.size()), coverage);
 }
 
@@ -53,7 +62,10 @@ Painter::Target Painter::target(std::int64_t row, std::int64_t left, std::size_t
 void ColorPainter::paint(const Target& target) {
     switch (options_.mode) {
         case BlendMode::normal:
-            kernels::blendColor(target.pixels, color_);
+            if (kernels::alphaOf(color_) == 255)
+                std::ranges::fill(target.pixels, color_);
+            else
+                blend().blendColor(target.pixels, color_);
             break;
         case BlendMode::copy:
             std::ranges::fill(target.pixels, kernels::premultiplied(color_));
@@ -62,7 +74,7 @@ void ColorPainter::paint(const Target& target) {
             std::ranges::fill(target.pixels, 0U);
             break;
         case BlendMode::destinationOut:
-            kernels::eraseEvenly(target.pixels, kernels::alphaOf(color_));
+            blend().erase(target.pixels, kernels::alphaOf(color_));
             break;
     }
 }
@@ -70,16 +82,16 @@ void ColorPainter::paint(const Target& target) {
 void ColorPainter::paint(const Target& target, std::span<const std::uint8_t> coverage) {
     switch (options_.mode) {
         case BlendMode::normal:
-            kernels::blendColor(target.pixels, color_, coverage);
+            blend().blendColorCovered(target.pixels, color_, coverage);
             break;
         case BlendMode::copy:
-            kernels::copyColor(target.pixels, kernels::premultiplied(color_), coverage);
+            blend().copyColorCovered(target.pixels, kernels::premultiplied(color_), coverage);
             break;
         case BlendMode::clear:
-            kernels::eraseCovered(target.pixels, 255, coverage);
+            blend().eraseCovered(target.pixels, 255, coverage);
             break;
         case BlendMode::destinationOut:
-            kernels::eraseCovered(target.pixels, kernels::alphaOf(color_), coverage);
+            blend().eraseCovered(target.pixels, kernels::alphaOf(color_), coverage);
             break;
     }
 }
@@ -92,7 +104,7 @@ void ImagePainter::paint(const Target& target) {
             if (source_.isOpaque())
                 std::ranges::copy(pixels, target.pixels.begin());
             else
-                kernels::blendPixels(target.pixels, pixels);
+                blend().blendPixels(target.pixels, pixels);
             break;
         case BlendMode::copy:
             std::ranges::copy(pixels, target.pixels.begin());
@@ -101,7 +113,7 @@ void ImagePainter::paint(const Target& target) {
             std::ranges::fill(target.pixels, 0U);
             break;
         case BlendMode::destinationOut:
-            kernels::erasePixels(target.pixels, pixels);
+            blend().erasePixels(target.pixels, pixels);
             break;
     }
 }
@@ -111,16 +123,16 @@ void ImagePainter::paint(const Target& target, std::span<const std::uint8_t> cov
         source_.pixels(target.row, target.left, static_cast<std::int64_t>(target.pixels.size()));
     switch (options_.mode) {
         case BlendMode::normal:
-            kernels::blendPixels(target.pixels, pixels, coverage);
+            blend().blendPixelsCovered(target.pixels, pixels, coverage);
             break;
         case BlendMode::copy:
-            kernels::copyPixels(target.pixels, pixels, coverage);
+            blend().copyPixelsCovered(target.pixels, pixels, coverage);
             break;
         case BlendMode::clear:
-            kernels::eraseCovered(target.pixels, 255, coverage);
+            blend().eraseCovered(target.pixels, 255, coverage);
             break;
         case BlendMode::destinationOut:
-            kernels::erasePixels(target.pixels, pixels, coverage);
+            blend().erasePixelsCovered(target.pixels, pixels, coverage);
             break;
     }
 }

@@ -56,27 +56,39 @@ double component(std::uint32_t pixel, int index) {
 using Formula = std::function<double(double below, double above, double belowAlpha,
                                      double aboveAlpha, double coverage)>;
 
-/// Runs a kernel at every width and offset and compares each byte with the formula; bytes around
-/// the row must stay.
+using Row = BlendKernels::Row;
+using Pixels = BlendKernels::Pixels;
+using Coverage = BlendKernels::Coverage;
+using Kernel = std::function<void(const BlendKernels&, Row, Pixels, Coverage)>;
+
+/// Runs a kernel at every level, width and offset and compares each byte with the formula, and the
+/// levels with each other; bytes around the row must stay.
 void expectFormula(const char* name, double tolerance, const Formula& formula,
-                   const std::function<void(std::span<std::uint32_t>, std::span<std::uint32_t>,
-                                            std::span<std::uint8_t>)>& kernel) {
+                   const Kernel& kernel) {
     for (std::size_t width = 1; width <= 130; ++width) {
         const std::size_t offset = width % 16;
-        Rows rows(width + 32, static_cast<unsigned>(width));
-        const auto before = rows.below;
-        kernel(std::span(rows.below).subspan(offset, width),
-               std::span(rows.above).subspan(offset, width),
-               std::span(rows.coverage).subspan(offset, width));
-        for (std::size_t i = 0; i < rows.below.size(); ++i) {
+        const Rows before(width + 32, static_cast<unsigned>(width));
+        std::vector<std::uint32_t> plain;
+        for (const Level level : allLevels) {
+            if (!isAvailable(level)) continue;
+            Rows rows = before;
+            kernel(blendKernels(level), std::span(rows.below).subspan(offset, width),
+                   std::span(rows.above).subspan(offset, width),
+                   std::span(rows.coverage).subspan(offset, width));
+            if (level == Level::plain) plain = rows.below;
+            ASSERT_EQ(rows.below, plain)
+                << name << ": width " << width << ", level " << static_cast<int>(level);
+        }
+        for (std::size_t i = 0; i < plain.size(); ++i) {
             const bool inside = i >= offset && i < offset + width;
             for (int c = 0; c < 4; ++c) {
-                const double want =
-                    inside ? formula(component(before[i], c), component(rows.above[i], c),
-                                     component(before[i], 3) / 255,
-                                     component(rows.above[i], 3) / 255, rows.coverage[i] / 255.0)
-                           : component(before[i], c);
-                ASSERT_NEAR(component(rows.below[i], c), want, inside ? tolerance : 0)
+                const double below = component(before.below[i], c);
+                const double want = inside ? formula(below, component(before.above[i], c),
+                                                     component(before.below[i], 3) / 255,
+                                                     component(before.above[i], 3) / 255,
+                                                     before.coverage[i] / 255.0)
+                                           : below;
+                ASSERT_NEAR(component(plain[i], c), want, inside ? tolerance : 0)
                     << name << ": width " << width << ", offset " << offset << ", pixel " << i
                     << ", component " << c;
             }
@@ -84,61 +96,97 @@ void expectFormula(const char* name, double tolerance, const Formula& formula,
     }
 }
 
-TEST(Blend, KernelsFollowTheirFormulas) {
+TEST(Blend, KernelsFollowTheirFormulasAtEveryLevel) {
     // One rounding is at most 0.5 off; where the coverage is rounded before, another 0.5.
-    expectFormula(
-        "copyPixels", 0.5,
-        [](double below, double above, double, double, double coverage) {
-            return below * (1 - coverage) + above * coverage;
-        },
-        [](auto row, auto source, auto coverage) { copyPixels(row, source, coverage); });
-    expectFormula(
-        "eraseCovered", 0.5,
-        [](double below, double, double, double, double coverage) {
-            return below * (1 - coverage);
-        },
-        [](auto row, auto, auto coverage) { eraseCovered(row, 255, coverage); });
-    expectFormula(
-        "blendPixels", 0.5,
-        [](double below, double above, double, double aboveAlpha, double) {
-            return above + below * (1 - aboveAlpha);
-        },
-        [](auto row, auto source, auto) { blendPixels(row, source); });
-    expectFormula(
-        "blendPixels with coverage", 1.5,
-        [](double below, double above, double, double aboveAlpha, double coverage) {
-            return above * coverage + below * (1 - aboveAlpha * coverage);
-        },
-        [](auto row, auto source, auto coverage) { blendPixels(row, source, coverage); });
     // White, so that one formula serves all four components.
     const std::uint32_t white = pixelOf(255, 255, 255, 180);
-    expectFormula(
-        "blendColor", 0.5,
-        [&](double below, double, double, double, double) {
-            return below + (255 - below) * (180 / 255.0);
-        },
-        [&](auto row, auto, auto) { blendColor(row, white); });
-    expectFormula(
-        "blendColor with coverage", 1,
-        [&](double below, double, double, double, double coverage) {
-            return below + (255 - below) * (180 / 255.0) * coverage;
-        },
-        [&](auto row, auto, auto coverage) { blendColor(row, white, coverage); });
+    constexpr double alpha = 180 / 255.0;
+    const auto mix = [](double below, double above, double weight) {
+        return below * (1 - weight) + above * weight;
+    };
+    struct Case {
+        const char* name;
+        double tolerance;
+        Formula formula;  // below, above, their alphas, coverage
+        Kernel kernel;
+    };
+    for (const Case& c : {
+             Case{"blendColor", 0.5,
+                  [&](double b, double, double, double, double) { return mix(b, 255, alpha); },
+                  [&](const auto& k, Row r, Pixels, Coverage) { k.blendColor(r, white); }},
+             Case{
+                 "blendColorCovered", 1,
+                 [&](double b, double, double, double, double w) { return mix(b, 255, alpha * w); },
+                 [&](const auto& k, Row r, Pixels, Coverage w) {
+                     k.blendColorCovered(r, white, w);
+                 }},
+             Case{"blendPixels", 0.5,
+                  [](double b, double a, double, double aa, double) { return a + b * (1 - aa); },
+                  [](const auto& k, Row r, Pixels s, Coverage) { k.blendPixels(r, s); }},
+             Case{
+                 "blendPixelsCovered", 1.5,
+                 [](double b, double a, double, double aa, double w) {
+                     return a * w + b * (1 - aa * w);
+                 },
+                 [](const auto& k, Row r, Pixels s, Coverage w) { k.blendPixelsCovered(r, s, w); }},
+             Case{"copyPixelsCovered", 0.5,
+                  [&](double b, double a, double, double, double w) { return mix(b, a, w); },
+                  [](const auto& k, Row r, Pixels s, Coverage w) { k.copyPixelsCovered(r, s, w); }},
+             Case{"copyColorCovered", 0.5,
+                  [&](double b, double, double, double, double w) { return mix(b, 9, w); },
+                  [](const auto& k, Row r, Pixels, Coverage w) {
+                      k.copyColorCovered(r, 0x09090909, w);
+                  }},
+             Case{"erase", 0.5,
+                  [&](double b, double, double, double, double) { return b * (1 - alpha); },
+                  [](const auto& k, Row r, Pixels, Coverage) { k.erase(r, 180); }},
+             Case{"eraseCovered", 1,
+                  [&](double b, double, double, double, double w) { return b * (1 - alpha * w); },
+                  [](const auto& k, Row r, Pixels, Coverage w) { k.eraseCovered(r, 180, w); }},
+             Case{"erasePixels", 0.5,
+                  [](double b, double, double, double aa, double) { return b * (1 - aa); },
+                  [](const auto& k, Row r, Pixels s, Coverage) { k.erasePixels(r, s); }},
+             Case{
+                 "erasePixelsCovered", 1,
+                 [](double b, double, double, double aa, double w) { return b * (1 - aa * w); },
+                 [](const auto& k, Row r, Pixels s, Coverage w) { k.erasePixelsCovered(r, s, w); }},
+         })
+        expectFormula(c.name, c.tolerance, c.formula, c.kernel);
+}
+
+TEST(Blend, CoverageIsWeighedExactlyAtEveryLevel) {
+    std::vector<std::uint8_t> every(256 * 256), factors(256 * 256);
+    for (std::size_t i = 0; i < every.size(); ++i) {
+        every[i] = static_cast<std::uint8_t>(i);
+        factors[i] = static_cast<std::uint8_t>(i / 256);
+    }
+    for (const Level level : allLevels) {
+        if (!isAvailable(level)) continue;
+        auto product = every;
+        blendKernels(level).multiplyCoverage(product, factors);
+        for (std::size_t i = 0; i < every.size(); ++i)
+            ASSERT_EQ(product[i], (every[i] * factors[i] + 127) / 255) << i;
+        auto scaled = std::vector(every.begin(), every.begin() + 256);
+        blendKernels(level).scaleCoverage(scaled, 77);
+        for (std::size_t i = 0; i < scaled.size(); ++i)
+            ASSERT_EQ(scaled[i], (i * 77 + 127) / 255);
+    }
 }
 
 TEST(Blend, OpaqueStaysOpaqueAndNothingExceedsItsAlpha) {
     Rows rows(4096, 7);
     for (std::uint32_t& pixel : rows.below)
         pixel |= 0xFF000000;
-    blendPixels(rows.below, rows.above, rows.coverage);
-    blendColor(rows.below, pixelOf(1, 2, 3, 77), rows.coverage);
+    const BlendKernels& kernels = blendKernels();
+    kernels.blendPixelsCovered(rows.below, rows.above, rows.coverage);
+    kernels.blendColorCovered(rows.below, pixelOf(1, 2, 3, 77), rows.coverage);
     for (const std::uint32_t pixel : rows.below)
         ASSERT_EQ(alphaOf(pixel), 255U);
 
     Rows translucent(4096, 8);
-    blendPixels(translucent.below, translucent.above, translucent.coverage);
-    copyPixels(translucent.below, translucent.above, translucent.coverage);
-    eraseCovered(translucent.below, 255, translucent.coverage);
+    kernels.blendPixelsCovered(translucent.below, translucent.above, translucent.coverage);
+    kernels.copyPixelsCovered(translucent.below, translucent.above, translucent.coverage);
+    kernels.eraseCovered(translucent.below, 255, translucent.coverage);
     for (const std::uint32_t pixel : translucent.below) {
         ASSERT_LE(redOf(pixel), alphaOf(pixel));
         ASSERT_LE(blueOf(pixel), alphaOf(pixel));
@@ -149,10 +197,10 @@ TEST(Blend, AnOpaqueColourIsItselfAndNoCoverageIsNothing) {
     Rows rows(64, 9);
     const auto before = rows.below;
     const std::vector<std::uint8_t> none(64, 0);
-    blendColor(rows.below, pixelOf(9, 8, 7, 255), none);
-    blendPixels(rows.below, rows.above, none);
+    blendKernels().blendColorCovered(rows.below, pixelOf(9, 8, 7, 255), none);
+    blendKernels().blendPixelsCovered(rows.below, rows.above, none);
     EXPECT_EQ(rows.below, before);
-    blendColor(rows.below, pixelOf(9, 8, 7, 255));
+    blendKernels().blendColor(rows.below, pixelOf(9, 8, 7, 255));
     EXPECT_EQ(rows.below, std::vector<std::uint32_t>(64, pixelOf(9, 8, 7, 255)));
 }
 
