@@ -25,38 +25,38 @@ template <class PixelAt>
 
 using NamedPicture = std::pair<std::string, std::function<CGImage()>>;
 
+/// The sample without its photographs: blank, the large one with its strip, and those of the list.
+[[nodiscard]] inline std::uint32_t interfacePixel(const CGImage& sample, std::int64_t x,
+                                                  std::int64_t y) {
+    const bool isLarge = x >= 514 && x < 1440 && y >= 270 && y < 1000;
+    const bool isInList = x >= 544 && x < 640 && y >= 1180 && y < 1740;
+    return isLarge || isInList ? 0xFFDDDDDD : sample.row(y)[static_cast<std::size_t>(x)];
+}
+
+/// The large photograph beside itself, mirrored so that no seam stands out.
+[[nodiscard]] inline std::uint32_t photographPixel(const CGImage& sample, std::int64_t x,
+                                                   std::int64_t y) {
+    const auto mirrored = [](std::int64_t i, std::int64_t size) {
+        return i / size % 2 == 0 ? i % size : size - 1 - i % size;
+    };
+    return sample.row(270 + mirrored(y, 590))[static_cast<std::size_t>(514 + mirrored(x, 916))];
+}
+
+using NamedPicture = std::pair<std::string, std::function<CGImage()>>;
+
 /// What the benchmarks of PNG work on.
 [[nodiscard]] inline std::vector<NamedPicture> pngPictures() {
-    const auto at = [](const CGImage& image, std::int64_t x, std::int64_t y) {
-        return image.row(y)[static_cast<std::size_t>(x)];
-    };
     return {
         {"screenshot", [] { return sampleScreenshot(); }},
-        // The photographs are blank; the rest is the page.
-        {"interface",
-         [=] {
-             return sampleLikePicture([=](const CGImage& image, std::int64_t x, std::int64_t y) {
-                 const bool isPhotograph = x >= 514 && x < 1430 && y >= 270 && y < 874;
-                 return isPhotograph ? 0xFFDDDDDD : at(image, x, y);
-             });
-         }},
+        {"interface", [] { return sampleLikePicture(interfacePixel); }},
         // Eight levels of red and green and four of blue.
         {"palette",
-         [=] {
-             return sampleLikePicture([=](const CGImage& image, std::int64_t x, std::int64_t y) {
-                 return at(image, x, y) | 0xFF3F1F1F;
+         [] {
+             return sampleLikePicture([](const CGImage& sample, std::int64_t x, std::int64_t y) {
+                 return interfacePixel(sample, x, y) | 0xFF3F1F1F;
              });
          }},
-        // The photograph beside itself, mirrored so that no seam stands out.
-        {"photograph",
-         [=] {
-             return sampleLikePicture([=](const CGImage& image, std::int64_t x, std::int64_t y) {
-                 const auto mirrored = [](std::int64_t i, std::int64_t size) {
-                     return i / size % 2 == 0 ? i % size : size - 1 - i % size;
-                 };
-                 return at(image, 514 + mirrored(x, 916), 270 + mirrored(y, 604));
-             });
-         }},
+        {"photograph", [] { return sampleLikePicture(photographPixel); }},
     };
 }
 

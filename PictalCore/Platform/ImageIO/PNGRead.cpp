@@ -1,6 +1,7 @@
 #include "PictalCore/Platform/ImageIO/PNG.h"
 #include "PictalCore/Platform/ImageIO/detail/FileFormats.h"
 #include "PictalCore/Platform/ImageIO/detail/LibPNG.h"
+#include "PictalCore/Platform/ImageIO/detail/PNGFastRead.h"
 
 namespace pictal::PNG {
 
@@ -58,9 +59,11 @@ std::expected<CGImage, ReadError> read(std::span<const std::byte> bytes, const R
             ReadError(ReadError::Kind::outOfMemory,
                       "not enough memory for " + sizeOf(file->header) + " pixels"));
     const PNGColor color = PNGColor::of(*file);
-    const PNGRows rows(*file, color);
-    if (auto done = detail::readWithLibPNG(bytes, file->header, rows, *pixels); !done)
-        return std::unexpected(done.error());
+    if (!detail::readFast(*file, *pixels)) {
+        const PNGRows rows(*file, color);
+        if (auto done = detail::readWithLibPNG(bytes, file->header, rows, *pixels); !done)
+            return std::unexpected(done.error());
+    }
     return CGImage(*std::move(pixels), color.space);
 }
 
