@@ -1,5 +1,8 @@
 #include "Examples/overlay/Overlay.h"
+#include "Examples/overlay/Picture.h"
 #include "Examples/overlay/Recording.h"
+#include "PictalCore/Platform/Foundation/Files.h"
+#include "PictalCore/Platform/ImageIO/PNG.h"
 
 #include <array>
 #include <cstddef>
@@ -9,9 +12,9 @@
 #include <string>
 
 /// Plays a recorded gesture through an overlay and prints what the overlay shows after each step,
-/// one JSON object a line.
+/// one JSON object a line; the last state also as a picture, if a file for it is named.
 ///
-///     overlay-example gesture.txt
+///     overlay-example gesture.txt [picture.png]
 
 using namespace pictal;
 
@@ -72,15 +75,25 @@ void apply(const Recording::Step& step, Overlay& overlay) {
     }
 }
 
-int fail(const std::string& message) {
+int fail(const std::string& message, int status = 2) {
     std::cerr << "overlay-example: " << message << '\n';
-    return 2;
+    return status;
+}
+
+int writePicture(const Overlay& overlay, const std::string& path) {
+    const auto image = picture(overlay);
+    if (!image) return fail("there is no display to draw");
+    const auto bytes = PNG::write(*image);
+    if (!bytes) return fail("there is not enough memory for the picture", 3);
+    const auto written = writeFileAtomically(path, *bytes);
+    return written ? 0 : fail(written.error().description(), 3);
 }
 
 }  // namespace
 
 int main(int count, char** arguments) {
-    if (count != 2) return fail("expected one argument, the file of a recorded gesture");
+    if (count != 2 && count != 3)
+        return fail("expected the file of a recorded gesture, and perhaps one for the picture");
     std::ifstream file(arguments[1]);
     if (!file) return fail(std::string(arguments[1]) + ": cannot be read");
     const auto recording = Recording::read(file);
@@ -94,4 +107,5 @@ int main(int count, char** arguments) {
         apply(step, overlay);
         print(step, overlay);
     }
+    return count == 3 ? writePicture(overlay, arguments[2]) : 0;
 }

@@ -1,3 +1,6 @@
+#include "PictalCore/Platform/Foundation/Files.h"
+#include "PictalCore/Platform/ImageIO/PNG.h"
+#include "Tests/Support/PictureProbe.h"
 #include "Tests/Support/Process.h"
 #include "Tests/Support/TemporaryFolder.h"
 
@@ -15,8 +18,11 @@ using nlohmann::json;
 
 const std::filesystem::path sources = std::filesystem::path(PICTAL_SOURCE_DIR) / "Examples/overlay";
 
-Process::Result play(const std::filesystem::path& recording) {
-    return Process{.program = PICTAL_OVERLAY_EXAMPLE, .arguments = {recording.string()}}.run();
+Process::Result play(const std::filesystem::path& recording,
+                     const std::filesystem::path& picture = {}) {
+    std::vector<std::string> arguments{recording.string()};
+    if (!picture.empty()) arguments.push_back(picture.string());
+    return Process{.program = PICTAL_OVERLAY_EXAMPLE, .arguments = arguments}.run();
 }
 
 TEST(OverlayExample, PlaysTheRecordedGesture) {
@@ -26,7 +32,7 @@ TEST(OverlayExample, PlaysTheRecordedGesture) {
     std::istringstream lines(result.output);
     for (std::string line; std::getline(lines, line);)
         steps.push_back(json::parse(line));
-    ASSERT_EQ(steps.size(), 13U);
+    ASSERT_EQ(steps.size(), 12U);
 
     struct Case {
         std::size_t step;
@@ -34,30 +40,30 @@ TEST(OverlayExample, PlaysTheRecordedGesture) {
         const char* want;
     };
     constexpr Case cases[] = {
-        {0, "/window", "32"},
+        {0, "/display", "1"},
         {0, "/selection", "null"},
-        {1, "/selection", "[[300,250],[700,450]]"},
-        // Locally (300, 200, 700, 450): 6 points on the left are too few, the right has room.
-        {1, "/panels/side", R"({"placement":"right","frame":[[1014,225],[280,400]]})"},
-        {1, "/panels/bar", R"({"placement":"below","frame":[[700,664],[300,44]]})"},
-        // The pointer is at (920, 580) locally.
-        {1, "/panels/loupe", "[[934,594],[120,120]]"},
-        {3, "/handle", "\"minX\""},
-        // The left edge at 400.5, rounded outward; now the left has room.
-        {5, "/selection", "[[400,250],[600,450]]"},
-        {5, "/panels/side", R"({"placement":"left","frame":[[106,225],[280,400]]})"},
-        {7, "/handle", "\"move\""},
-        // By (22, -24) the centre would be (722, 451); the screen's is (720, 450).
-        {8, "/selection", "[[420,225],[600,450]]"},
-        {8, "/guides", "3"},
-        {9, "/guides", "0"},
-        {10, "/display", "1"},
-        {10, "/selection", "null"},
         // Drawn down to 600.25, rounded outward: locally (260, 130, 300, 350).
-        {11, "/selection", "[[1700,600],[300,350]]"},
-        {11, "/panels/side", R"({"placement":"right","frame":[[574,105],[280,400]]})"},
-        {11, "/window", "33"},
-        {12, "/handle", "\"maxXMinY\""},
+        {1, "/selection", "[[1700,600],[300,350]]"},
+        {1, "/panels/side", R"({"placement":"right","frame":[[574,105],[280,400]]})"},
+        {1, "/window", "33"},
+        {2, "/handle", R"("maxXMinY")"},
+        {3, "/window", "32"},
+        {4, "/display", "0"},
+        {4, "/selection", "[[300,250],[700,450]]"},
+        // Locally (300, 200, 700, 450): 6 points on the left are too few, the right has room.
+        {4, "/panels/side", R"({"placement":"right","frame":[[1014,225],[280,400]]})"},
+        {4, "/panels/bar", R"({"placement":"below","frame":[[700,664],[300,44]]})"},
+        // The pointer is at (920, 580) locally.
+        {4, "/panels/loupe", "[[934,594],[120,120]]"},
+        {6, "/handle", R"("minX")"},
+        // The left edge at 400.5, rounded outward; now the left has room.
+        {8, "/selection", "[[400,250],[600,450]]"},
+        {8, "/panels/side", R"({"placement":"left","frame":[[106,225],[280,400]]})"},
+        {10, "/handle", R"("move")"},
+        {10, "/guides", "0"},
+        // By (22, -24) the centre would be (722, 451); the screen's is (720, 450).
+        {11, "/selection", "[[420,225],[600,450]]"},
+        {11, "/guides", "3"},
     };
     for (const Case& c : cases) {
         const json::json_pointer place(c.place);
@@ -65,6 +71,32 @@ TEST(OverlayExample, PlaysTheRecordedGesture) {
                   json::parse(c.want))
             << "step " << c.step << ", " << c.place;
     }
+}
+
+TEST(OverlayExample, DrawsTheLastState) {
+    const TemporaryFolder folder;
+    ASSERT_EQ(play(sources / "gesture.txt", folder / "last.png").status, 0);
+    const auto image = PNG::read(readFile(folder / "last.png").value());
+    ASSERT_TRUE(image && image->width() == 1440 && image->height() == 900);
+    const PictureProbe probe(*image);
+    struct Case {
+        const char* name;
+        std::int64_t x, y;
+        std::uint32_t want;
+    };
+    constexpr Case cases[] = {
+        // Below the rows are half of the desktop's 51, 102, 153 and of the window's 245.
+        {"the desktop, dimmed", 50, 50, 0xFF4D331A},
+        {"the desktop, in the selection", 1010, 600, 0xFF996633},
+        {"the window, in the selection", 500, 600, 0xFFF5F5F5},
+        {"the window, dimmed", 410, 600, 0xFF7B7B7B},
+        {"the accent stroke", 419, 300, 0xFFFF9900},
+        {"a handle", 420, 225, 0xFFFFFFFF},
+        {"a guide line", 719, 20, 0xFF9933FF},
+    };
+    for (const Case& c : cases)
+        EXPECT_LE(levelsBetween(probe.pixel(c.x, c.y), c.want), 1)
+            << c.name << ": " << pixelText(probe.pixel(c.x, c.y));
 }
 
 TEST(OverlayExample, SaysWhatItCannotRead) {
