@@ -41,6 +41,7 @@
 #include "PictalCore/Platform/Graphics/FillRule.h"
 #include "PictalCore/Platform/Graphics/Path.h"
 #include "PictalCore/Platform/ImageIO/PNG.h"
+#include "PictalCore/Platform/ImageIO/PNGRowWriter.h"
 #include "PictalCore/Shortcuts/KeyCode.h"
 #include "PictalCore/Shortcuts/Shortcut.h"
 #include "PictalCore/Shortcuts/ShortcutActionID.h"

@@ -51,7 +51,7 @@ Outcome run(const Options& options) {
 
 void addDemoMode(Program& program) {
     program.add<Options>(
-        "demo-mode", "Print the demo mode that the environment and launch arguments give.",
+        "demo-mode", "Print the demo mode that the environment and launch arguments give",
         "Examples:\n"
         "  pictal demo-mode --demo-mode --demo-scenario=color-picker --demo-language ja\n"
         "  VISTRELL_DEMO_MODE=1 VISTRELL_DEMO_SCENARIO=pin pictal demo-mode\n",

@@ -36,7 +36,7 @@ Outcome run(const Options& options) {
 
 void addName(Program& program) {
     program.add<Options>(
-        "name", "Turn any text into a safe file name, without an extension.",
+        "name", "Turn any text into a safe file name, without an extension",
         "Letters, marks and digits of every script, hyphens and underscores are kept.\n\n"
         "Examples:\n"
         "  pictal name 'My Screenshot 2024/05/01'      # My-Screenshot-2024-05-01\n"

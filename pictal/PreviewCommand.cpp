@@ -65,7 +65,7 @@ Outcome prune(const Options& options) {
 
 void addPreview(Program& program) {
     CLI::App* preview =
-        program.app.add_subcommand("preview", "Keep short-lived previews in a hidden folder.");
+        program.app.add_subcommand("preview", "Keep short-lived previews in a hidden folder");
     preview->require_subcommand(1);
     program.add<Options>("write", "Copy a picture to a new preview and print where it is.",
                          "What is older than --expire is deleted first; without it, nothing is.\n\n"

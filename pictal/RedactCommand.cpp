@@ -74,7 +74,7 @@ Outcome run(const Options& options) {
 
 void addRedact(Program& program) {
     program.add<Options>(
-        "redact", "Redact file paths in a log, line by line, from standard input.",
+        "redact", "Redact file paths in a log, line by line, from standard input",
         "Of a path below /Users, /Volumes, /Applications, /private, /var, /tmp or ~ only the\n"
         "last component is printed. With --key, the key decides: window titles and names are\n"
         "withheld, paths and URLs are redacted, other values are not.\n\n"

@@ -46,8 +46,7 @@ std::optional<PNGPalette> PNGPalette::of(const CGImage& image) {
 }
 
 void PNGPalette::putTranslucentFirst() {
-    std::ranges::stable_partition(colors_,
-                                  [](auto color) { return kernels::alphaOf(color) < 255; });
+    std::ranges::partition(colors_, [](auto color) { return kernels::alphaOf(color) < 255; });
     slots_.fill(-1);
     for (std::size_t i = 0; i < colors_.size(); ++i)
         slots_[slotOf(colors_[i])] = static_cast<std::int16_t>(i);
