@@ -122,8 +122,15 @@ class Stroke {
 
     void addRow(std::vector<Active>& active, std::int64_t row, CoverageRow& accumulator) {
         const auto y = static_cast<CGFloat>(row);
-        for (Active& a : active)
-            a.extent = stretches_[a.stretch].capsule.extent(y, y + 1);
+        for (Active& a : active) {
+            const Capsule& capsule = stretches_[a.stretch].capsule;
+            a.extent = capsule.extent(y, y + 1);
+            // A giant pen: no other stretch matters.
+            if (coversClip(a.extent) && coversClip(capsule, y)) {
+                const auto left = static_cast<CGFloat>(clip_.left);
+                return accumulator.addUprights({&left, 1}, fixedOne);
+            }
+        }
         std::sort(active.begin(), active.end(),
                   [](const Active& a, const Active& b) { return a.extent.low < b.extent.low; });
         for (auto begin = active.begin(); begin != active.end();) {
@@ -152,6 +159,20 @@ class Stroke {
         for (const Active& a : group)
             union_.add(stretches_[a.stretch].capsule, y);
         union_.flush(accumulator);
+    }
+
+    [[nodiscard]] bool coversClip(const Interval& interval) const {
+        return interval.low <= static_cast<CGFloat>(clip_.left) &&
+               interval.high >= static_cast<CGFloat>(clip_.right);
+    }
+    /// Capsules are convex: what covers both sides of a row covers the row.
+    [[nodiscard]] bool coversClip(const Capsule& capsule, CGFloat row) const {
+        if (capsule.top() > row || capsule.bottom() < row + 1) return false;
+        constexpr std::array<CGFloat, 2> sides{0, 1};
+        std::array<CGFloat, 2> lows{};
+        std::array<CGFloat, 2> highs{};
+        capsule.intersect(row, sides, lows, highs);
+        return coversClip(Interval{lows[0], highs[0]}) && coversClip(Interval{lows[1], highs[1]});
     }
 
     /// @return whether the capsule has straight sides throughout the row, as was added
