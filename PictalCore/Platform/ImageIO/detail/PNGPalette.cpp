@@ -3,6 +3,7 @@
 #include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace pictal::detail {
 
@@ -46,7 +47,9 @@ std::optional<PNGPalette> PNGPalette::of(const CGImage& image) {
 }
 
 void PNGPalette::putTranslucentFirst() {
-    std::ranges::partition(colors_, [](auto color) { return kernels::alphaOf(color) < 255; });
+    std::ranges::sort(colors_, {}, [](std::uint32_t color) {
+        return std::pair(kernels::alphaOf(color) == 255, color);
+    });
     slots_.fill(-1);
     for (std::size_t i = 0; i < colors_.size(); ++i)
         slots_[slotOf(colors_[i])] = static_cast<std::int16_t>(i);
