@@ -3,6 +3,7 @@
 #include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
 #include "PictalCore/Platform/Graphics/detail/Clip.h"
 #include "PictalCore/Platform/Graphics/detail/ColorConversion.h"
+#include "PictalCore/Platform/Graphics/detail/EllipseOutline.h"
 #include "PictalCore/Platform/Graphics/detail/FillRasterizer.h"
 #include "PictalCore/Platform/Graphics/detail/FlatPath.h"
 #include "PictalCore/Platform/Graphics/detail/ImageSource.h"
@@ -207,7 +208,15 @@ void BitmapContext::stroke(const Path& path) {
     impl_->paint(impl_->stroked(path), impl_->state().strokeColor);
 }
 void BitmapContext::strokeEllipse(const CGRect& rect) {
-    stroke(ellipseIn(rect));
+    const AffineTransform& t = impl_->state().transform;
+    const bool keepsAngles = (t.a == t.d && t.b == -t.c) || (t.a == -t.d && t.b == t.c);
+    const CGFloat tolerance = 0.001 / std::hypot(t.a, t.b);
+    const auto outline =
+        keepsAngles ? ellipseOutline(rect, impl_->state().lineWidth, tolerance) : std::nullopt;
+    if (outline)
+        impl_->paint(impl_->filled(*outline, FillRule::evenOdd), impl_->state().strokeColor);
+    else
+        stroke(ellipseIn(rect));
 }
 
 void BitmapContext::clear(const CGRect& rect) {

@@ -135,6 +135,31 @@ TEST(BitmapContext, ClipsToPathsAndStrokes) {
     EXPECT_NEAR(probe.coverage(), ringArea - 2 * 4 * 8, 1);
 }
 
+TEST(BitmapContext, AnEllipsesOutlineIsTheUnionOfItsSegments) {
+    struct Case {
+        const char* name;
+        CGRect rect;
+        CGFloat lineWidth;
+    };
+    for (const Case& c :
+         {Case{"circle", {20.3, 20.7, 60, 60}, 7}, Case{"flat", {5, 30, 90, 40}, 12},
+          Case{"hair", {10, 10, 80, 50}, 0.5}, Case{"nearly a line", {5, 45, 90, 9}, 6},
+          Case{"wider than itself", {30, 30, 40, 30}, 30}}) {
+        const auto stroked = [&](bool asPath) {
+            BitmapContext context = canvas(100, 100);
+            context.setLineWidth(c.lineWidth);
+            Path ellipse;
+            ellipse.addEllipse(c.rect);
+            if (asPath)
+                context.stroke(ellipse);
+            else
+                context.strokeEllipse(c.rect);
+            return std::move(context).makeImage();
+        };
+        EXPECT_TRUE(picturesAgree(stroked(false), stroked(true), 2)) << c.name;
+    }
+}
+
 TEST(BitmapContext, DrawsImagesUprightAndNearest) {
     const CGImage image =
         pictureOf({1 | 0xFF000000, 2 | 0xFF000000, 3 | 0xFF000000, 4 | 0xFF000000}, 2);
