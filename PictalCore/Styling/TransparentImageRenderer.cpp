@@ -18,7 +18,7 @@ namespace {
 /// Keeps as much of a pixel as is covered, rounded once.
 void cover(std::uint32_t& pixel, float coverage) {
     const auto kept = [coverage](std::uint32_t component) {
-        return static_cast<std::uint32_t>(static_cast<float>(component) * coverage + 0.5F);
+        return kernels::nearestLevel(static_cast<float>(component) * coverage);
     };
     pixel = kernels::pixelOf(kept(kernels::redOf(pixel)), kept(kernels::greenOf(pixel)),
                              kept(kernels::blueOf(pixel)), kept(kernels::alphaOf(pixel)));

@@ -110,7 +110,7 @@ void CardShadow::compose(const std::vector<Layer>& layers, std::int64_t y, std::
     for (std::size_t x = 0; x < count; ++x) {
         const float levels = 255 * (1 - through_[x]) * outsideRing_[x];
         const auto component = [levels](float share) {
-            return static_cast<std::uint32_t>(static_cast<std::int32_t>(levels * share + 0.5F));
+            return kernels::nearestLevel(levels * share);
         };
         pixels[x] =
             kernels::pixelOf(component(red), component(green), component(blue), component(1));

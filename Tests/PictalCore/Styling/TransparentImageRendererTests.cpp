@@ -42,7 +42,7 @@ TEST(TransparentImageRenderer, AgreesWithTheTrueGaussianToALevel) {
         ShadowStyle shadow;
     };
     for (const Case& c : {
-             Case{"presentation", 130, 90, 22, ShadowStyle::presentationCard},
+             Case{"presentation", 80, 60, 22, ShadowStyle::presentationCard},
              Case{"square corners", 40, 30, 0, {12, 0, 6, 1, black}},
              Case{"round corners", 60, 44, 9.5, {10, 0, 5, 1, black}},
              Case{"pill", 50, 21, 1000, {9, 0, 4, 1, black}},
@@ -59,10 +59,10 @@ TEST(TransparentImageRenderer, AgreesWithTheTrueGaussianToALevel) {
              Case{"colour", 40, 30, 8, {10, 2, 5, 0.7, tint}},
              Case{"no blur, cut off at the edge", 60, 44, 14, {0, 6, 10, 1, black}},
              Case{"no blur, fractional offset", 60, 44, 14.3, {0, -5.3, 7.7, 1, tint}},
-             Case{"hair of a blur", 60, 44, 12, {0.4, 9, 4, 1, black}},
-             Case{"one pixel of blur", 60, 44, 13.7, {1, 4.5, 9, 1, black}},
-             Case{"two pixels of blur", 44, 44, 22, {2, 3, 7, 1, black}},
-             Case{"four pixels of blur", 44, 40, 15, {4, 0, 8, 1, black}},
+             Case{"hair of a blur", 36, 30, 12, {0.4, 9, 4, 1, black}},
+             Case{"one pixel of blur", 36, 30, 13.7, {1, 4.5, 9, 1, black}},
+             Case{"two pixels of blur", 30, 30, 15, {2, 3, 7, 1, black}},
+             Case{"four pixels of blur", 34, 32, 15, {4, 0, 8, 1, black}},
          }) {
         const CGImage picture = noise(c.width, c.height);
         const CGImage have = render(picture, card(c.radius, c.shadow));

@@ -29,6 +29,13 @@ namespace pictal::kernels {
     return red | green << 8 | blue << 16 | alpha << 24;
 }
 
+/// A component that was computed in floating point, 0…255, rounded. Unlike std::lround it
+/// vectorises.
+[[nodiscard]] constexpr std::uint32_t nearestLevel(float level) {
+    // NOLINTNEXTLINE(bugprone-incorrect-roundings): right for what is not negative
+    return static_cast<std::uint32_t>(static_cast<std::int32_t>(level + 0.5F));
+}
+
 /// Straight to premultiplied alpha.
 [[nodiscard]] constexpr std::uint32_t premultiplied(std::uint32_t pixel) {
     const std::uint32_t a = alphaOf(pixel);
