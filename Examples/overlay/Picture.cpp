@@ -94,7 +94,8 @@ std::optional<CGImage> picture(const Overlay& overlay) {
     context->fill(screen);
     for (const WindowCandidate& window : overlay.windows | std::views::reverse)
         drawWindow(*context, onDisplay(window.appKitFrame));
-    if (overlay.selection()) drawSelection(*context, screen, onDisplay(*overlay.selection()));
+    if (const auto& selection = overlay.selection())
+        drawSelection(*context, screen, onDisplay(*selection));
     drawGuides(*context, screen, overlay.guides());
     if (const auto panels = overlay.panels())
         for (const CGRect& panel : {panels->side, panels->bar, panels->loupe})

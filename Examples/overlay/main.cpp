@@ -55,7 +55,7 @@ void print(const Recording::Step& step, const Overlay& overlay) {
         std::cout << R"(,"window":)" << window->id;
     if (const auto handle = overlay.handle())
         std::cout << R"(,"handle":)" << quoted(handleNames, *handle);
-    if (overlay.selection()) std::cout << R"(,"selection":)" << *overlay.selection();
+    if (const auto& selection = overlay.selection()) std::cout << R"(,"selection":)" << *selection;
     std::cout << R"(,"guides":)" << overlay.guides().rawValue;
     if (const auto panels = overlay.panels()) {
         std::cout << R"(,"panels":)";
