@@ -1,9 +1,10 @@
-# Debian packages, one a component: `cmake --workflow --preset package`, or `cpack -G DEB` in a build
-# folder.
+# Debian packages, one a component: script/package, or `cpack -G DEB` in any build folder, which then
+# lacks Debian's own library folders.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME pictalcore)
 set(CPACK_PACKAGE_VENDOR PictalCore)
 set(CPACK_PACKAGE_CONTACT "The PictalCore contributors")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")    # each component has its own, its first line
 set(CPACK_STRIP_FILES ON)
 set(CPACK_COMPONENTS_ALL runtime development program)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
@@ -33,18 +34,18 @@ endif()
 list(JOIN development_packages ", " development_depends)
 
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "core of a screenshot application, shared library
- Annotates, dresses and exports pictures.")
+Annotates, dresses and exports pictures.")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${library_package})
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "core of a screenshot application, development files
- Headers, the static library, a CMake package and a pkg-config file.")
+Headers, the static library, a CMake package and a pkg-config file.")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libpictalcore-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "${this_library}, ${development_depends}")
 
 set(CPACK_COMPONENT_PROGRAM_DESCRIPTION "annotates, dresses and exports screenshots
- The command-line program over PictalCore.")
+The command-line program over PictalCore.")
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_NAME pictal)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_SECTION graphics)
 set(CPACK_DEBIAN_PROGRAM_PACKAGE_DEPENDS "${this_library}")
