@@ -61,10 +61,13 @@ Path ellipseIn(const CGRect& rect) {
 /// The inverse; nothing where the plane is squeezed into a line or a number is not finite.
 std::optional<AffineTransform> inverted(const AffineTransform& t) {
     const CGFloat determinant = t.a * t.d - t.b * t.c;
-    if (!std::isfinite(1 / determinant) || determinant == 0) return std::nullopt;
     const AffineTransform linear{
         t.d / determinant, -t.b / determinant, -t.c / determinant, t.a / determinant, 0, 0};
-    return AffineTransform::translation(-t.tx, -t.ty).concatenated(linear);
+    const auto inverse = AffineTransform::translation(-t.tx, -t.ty).concatenated(linear);
+    for (const CGFloat number :
+         {inverse.a, inverse.b, inverse.c, inverse.d, inverse.tx, inverse.ty})
+        if (!std::isfinite(number)) return std::nullopt;
+    return inverse;
 }
 
 }  // namespace
@@ -255,6 +258,7 @@ void BitmapContext::draw(const CGImage& image, const CGRect& rect) {
         const ShadowCaster silhouette = [&](CGPoint moved, const PixelRect& area,
                                             CoverageSink& sink) {
             auto movedPixels = source(moved);
+            if (!movedPixels) return;
             AlphaFilter filter(*movedPixels, sink);
             frame(moved, area, filter);
         };

@@ -67,8 +67,11 @@ class BlurredCard {
     void row(std::int64_t y, std::int64_t begin, std::span<float> coverage) const;
 
   private:
-    /// The blur of one row of the corners' cuts along the columns; zero outside `values`.
-    struct CutRow {
+    /// The blur of some rows of the corners' cuts along the columns, their mean; zero outside
+    /// `values`.
+    struct CutRows {
+        std::int64_t top = 0;
+        std::int64_t bottom = 0;
         std::int64_t begin = 0;
         std::vector<float> values;
     };
@@ -77,9 +80,10 @@ class BlurredCard {
     std::int64_t cells_;
     std::int64_t padding_;
     std::int64_t heightInCells_;
+    std::int64_t cutHeight_;
     EdgeProfile down_;
     std::vector<float> across_;
-    std::vector<CutRow> cuts_;
+    std::vector<CutRows> cuts_;
 };
 
 }  // namespace pictal::detail

@@ -49,6 +49,7 @@ TEST(TransparentImageRenderer, AgreesWithTheTrueGaussianToALevel) {
              Case{"tall pill", 20, 51, 10, {9, 0, 4, 1, black}},
              Case{"circle of an odd side", 31, 31, infinity, {11, 0, 3, 1, black}},
              Case{"narrower than the blur", 7, 60, 2, {30, 0, 4, 1, black}},
+             Case{"pill under a wide blur", 70, 41, 1000, {60, 0, 8, 1, black}},
              Case{"smaller than the blur", 5, 4, 2, {24, 0, 3, 1, black}},
              Case{"one pixel", 1, 1, 5, {8, 0, 2, 1, black}},
              Case{"one column", 1, 40, 5, {8, 0, 2, 1, black}},

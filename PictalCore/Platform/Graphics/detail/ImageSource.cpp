@@ -18,14 +18,31 @@ std::int64_t nearest(CGFloat coordinate, std::int64_t count) {
 
 }  // namespace
 
+std::optional<ImageSource::Offset> ImageSource::wholeOffset(const AffineTransform& transform) {
+    const CGFloat x = std::round(transform.tx);
+    const CGFloat y = std::round(transform.ty);
+    constexpr CGFloat limit = 0x1p40;  // beyond any raster, and exact
+    if (transform != AffineTransform::translation(x, y) || std::abs(x) > limit ||
+        std::abs(y) > limit)
+        return std::nullopt;
+    return Offset{static_cast<std::int64_t>(x), static_cast<std::int64_t>(y)};
+}
+
 ImageSource::ImageSource(const CGImage& image, const AffineTransform& deviceToImage,
                          ColorConversion conversion)
     : image_(image),
       deviceToImage_(deviceToImage),
       conversion_(std::move(conversion)),
-      placedPixelByPixel_(deviceToImage ==
-                          AffineTransform::translation(std::round(deviceToImage.tx),
-                                                       std::round(deviceToImage.ty))) {}
+      offset_(wholeOffset(deviceToImage)) {}
+
+std::span<const std::uint32_t> ImageSource::stored(std::int64_t row, std::int64_t left,
+                                                   std::int64_t count) const {
+    if (!offset_) return {};
+    const std::int64_t x = left + offset_->x;
+    const std::int64_t y = row + offset_->y;
+    if (x < 0 || y < 0 || x + count > image_.width() || y >= image_.height()) return {};
+    return image_.row(y).subspan(static_cast<std::size_t>(x), static_cast<std::size_t>(count));
+}
 
 std::span<const std::uint32_t> ImageSource::sampled(std::int64_t row, std::int64_t left,
                                                     std::int64_t count) {
@@ -42,16 +59,8 @@ std::span<const std::uint32_t> ImageSource::sampled(std::int64_t row, std::int64
 
 std::span<const std::uint32_t> ImageSource::pixels(std::int64_t row, std::int64_t left,
                                                    std::int64_t count) {
-    std::span<const std::uint32_t> source;
-    const auto x = left + static_cast<std::int64_t>(deviceToImage_.tx);
-    const auto y = row + static_cast<std::int64_t>(deviceToImage_.ty);
-    const bool inside = placedPixelByPixel_ && x >= 0 && y >= 0 && x + count <= image_.width() &&
-                        y < image_.height();
-    if (inside)
-        source =
-            image_.row(y).subspan(static_cast<std::size_t>(x), static_cast<std::size_t>(count));
-    else
-        source = sampled(row, left, count);
+    std::span<const std::uint32_t> source = stored(row, left, count);
+    if (source.empty()) source = sampled(row, left, count);
     if (conversion_.isIdentity()) return source;
     scratch_.resize(std::max(scratch_.size(), source.size()));
     const auto converted = std::span(scratch_).first(source.size());

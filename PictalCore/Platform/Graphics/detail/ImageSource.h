@@ -6,6 +6,7 @@
 #include "PictalCore/Platform/Graphics/detail/CoverageSink.h"
 
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <vector>
 
@@ -26,13 +27,21 @@ class ImageSource {
                                                         std::int64_t count);
 
   private:
+    struct Offset {
+        std::int64_t x;
+        std::int64_t y;
+    };
+    [[nodiscard]] static std::optional<Offset> wholeOffset(const AffineTransform& transform);
+    /// The image's own memory, where its pixels fall on the canvas's; empty elsewhere.
+    [[nodiscard]] std::span<const std::uint32_t> stored(std::int64_t row, std::int64_t left,
+                                                        std::int64_t count) const;
     [[nodiscard]] std::span<const std::uint32_t> sampled(std::int64_t row, std::int64_t left,
                                                          std::int64_t count);
 
     CGImage image_;
     AffineTransform deviceToImage_;
     ColorConversion conversion_;
-    bool placedPixelByPixel_;  // image pixels fall on canvas pixels, unscaled
+    std::optional<Offset> offset_;  // none: scaled, turned, or between the pixels
     std::vector<std::uint32_t> scratch_;
 };
 

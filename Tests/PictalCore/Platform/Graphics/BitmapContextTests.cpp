@@ -1,6 +1,8 @@
 #include "PictalCore/Platform/Graphics/BitmapContext.h"
 #include "Tests/Support/PictureProbe.h"
 
+#include <algorithm>
+#include <cmath>
 #include <limits>
 #include <utility>
 
@@ -238,6 +240,36 @@ TEST(BitmapContext, ShadowsFallUnderTheShapeAndFollowItsAlpha) {
     EXPECT_NEAR(soft.coverage(), 400 * 128 / 255.0, 3) << "blurring keeps the amount";
     EXPECT_EQ(soft.alpha(50, 50), soft.alpha(49, 49));
     EXPECT_GT(soft.alpha(50, 50), soft.alpha(50, 60));
+}
+
+TEST(BitmapContext, ShadowsAreGaussiansHoweverWide) {
+    for (const double blur : {10.0, 36.0, 39.0, 40.0, 100.0, 1000.0}) {
+        BitmapContext context = canvas(201, 140);
+        context.setShadow({1000, -20}, blur, {0, 0, 0, 1});
+        context.fill(CGRect(-943, 50, 90, 61));
+        const PictureProbe probe = finished(context);
+        // The mean over the pixel that begins at `left` of a run's blur.
+        const auto mean = [&](double left, double from, double to) {
+            const double scale = blur / 2 * std::sqrt(2.0);
+            double sum = 0;
+            for (const double at : {left + 0.125, left + 0.375, left + 0.625, left + 0.875})
+                sum += std::erf((to - at) / scale) - std::erf((from - at) / scale);
+            return sum / 8;
+        };
+        double most = 0;
+        for (std::int64_t y = 0; y < 140; ++y)
+            for (std::int64_t x = 0; x < 201; ++x) {
+                const double want = mean(static_cast<double>(x), 57, 147) *
+                                    mean(139 - static_cast<double>(y), 30, 91);
+                most = std::max(most, std::abs(probe.alpha(x, y) - 255 * want));
+            }
+        // Half a level is rounding, the rest what cells of a tenth of the deviation miss.
+        EXPECT_LE(most, 0.7) << "blur " << blur;
+    }
+    // What would take hours, or tens of gigabytes, pixel by pixel.
+    BitmapContext large = canvas(40'000, 300);
+    large.setShadow({0, 0}, 1e9, {0, 0, 0, 1});
+    large.fill(CGRect(0, 0, 40'000, 300));
 }
 
 TEST(BitmapContext, GivesItsPixelsUpWithoutACopy) {
