@@ -72,7 +72,8 @@ void addAnnotate(Program& program) {
             command
                 .add_option("--annotations", options.annotations,
                             "JSON file with a list of annotations or a single one")
-                ->required();
+                ->required()
+                ->type_name("FILE");
             options.output.addTo(command);
         },
         run);

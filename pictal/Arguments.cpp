@@ -58,6 +58,16 @@ std::expected<double, Failure> parseNumber(std::string_view text) {
     return *number;
 }
 
+std::expected<std::int64_t, Failure> parseWholeNumber(std::string_view text) {
+    std::int64_t number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error == std::errc::result_out_of_range)
+        return badInput(fmt::format("\"{}\" does not fit 64 bits", text));
+    if (error != std::errc() || end != text.data() + text.size())
+        return notUnderstood(text, "a whole number");
+    return number;
+}
+
 std::expected<CGPoint, Failure> parsePoint(std::string_view text) {
     std::string_view rest = text;
     const auto point = takePoint(rest);

@@ -7,7 +7,8 @@
 #include "pictal/InputOutput.h"
 #include "pictal/Program.h"
 
-#include <map>
+#include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,6 +19,9 @@ namespace pictal::program {
 
 /// A finite decimal number: "12", "-.5", "1e3".
 [[nodiscard]] std::expected<double, Failure> parseNumber(std::string_view text);
+
+/// A whole number that fits: "12", "-3".
+[[nodiscard]] std::expected<std::int64_t, Failure> parseWholeNumber(std::string_view text);
 
 /// "x,y" or "x y".
 [[nodiscard]] std::expected<CGPoint, Failure> parsePoint(std::string_view text);
@@ -32,13 +36,17 @@ namespace pictal::program {
 /// For an option that takes a case of an enumeration by its raw value.
 template <RawRepresentable E>
 [[nodiscard]] CLI::Validator choice() {
-    std::map<std::string, E> byName;
     std::string names;
-    for (const E value : allCases<E>()) {
-        byName.emplace(rawValue(value), value);
-        names += (names.empty() ? "" : ",") + std::string(rawValue(value));
-    }
-    return CLI::CheckedTransformer(byName).description("{" + names + "}");
+    for (const E value : allCases<E>())
+        names += (names.empty() ? "" : ", ") + std::string(rawValue(value));
+    // The parser's own transformer would take the numbers of the cases as well.
+    const auto toNumber = [names](std::string& text) {
+        const std::optional<E> value = fromRawValue<E>(text);
+        if (!value) return "\"" + text + "\" is none of " + names;
+        text = std::to_string(static_cast<int>(*value));
+        return std::string();
+    };
+    return CLI::Validator(toNumber, "{" + names + "}");
 }
 
 /// Reads a value of the library from a JSON file; - is standard input.

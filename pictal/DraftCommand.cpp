@@ -13,7 +13,7 @@ struct DraftOptions {
     std::string start, current;
     std::vector<std::string> points;
     std::string text;
-    std::int64_t number = 1;
+    std::string number = "1";
     std::string style;
     bool json = true;
 };
@@ -42,6 +42,8 @@ Outcome run(const DraftOptions& options) {
         list += part + " ";
     const auto points = parsePoints(list);
     if (!points) return badInput("--points: " + points.error().message);
+    const auto number = parseWholeNumber(options.number);
+    if (!number) return badInput("--number: " + number.error().message);
     AnnotationStyle style = usualStyle(options.tool);
     if (!options.style.empty()) {
         const auto stored = readJSON<AnnotationStyle>(options.style);
@@ -50,7 +52,7 @@ Outcome run(const DraftOptions& options) {
     }
 
     const auto annotation = AnnotationDraftBuilder::annotation(
-        options.tool, *start, *current, *points, options.text, options.number, style);
+        options.tool, *start, *current, *points, options.text, *number, style);
     if (!annotation)
         return std::unexpected(Failure{
             ExitStatus::no,
@@ -79,15 +81,19 @@ void addDraft(Program& program) {
             command.add_option("--tool", options.tool, "What is drawn")
                 ->required()
                 ->transform(choice<AnnotationTool>());
-            command.add_option("--start", options.start, "Where the gesture began, x,y")
-                ->required();
-            command.add_option("--current", options.current,
-                               "Where it is now; the start if absent");
-            command.add_option("--points", options.points, "The path so far: x,y x,y ...");
+            command.add_option("--start", options.start, "Where the gesture began")
+                ->required()
+                ->type_name("X,Y");
+            command
+                .add_option("--current", options.current, "Where it is now; the start if absent")
+                ->type_name("X,Y");
+            command.add_option("--points", options.points, "The path so far")->type_name("X,Y");
             command.add_option("--text", options.text, "The text of a text annotation");
             command.add_option("--number", options.number, "The number of a badge")
+                ->type_name("N")
                 ->capture_default_str();
-            command.add_option("--style", options.style, "JSON file with the style");
+            command.add_option("--style", options.style, "JSON file with the style")
+                ->type_name("FILE");
             command.add_flag("--json", options.json, "Accepted; the output is always JSON");
         },
         run);

@@ -28,6 +28,12 @@ std::expected<void, Failure> assign(T& place, const std::optional<std::string>& 
     return {};
 }
 
+std::expected<double, Failure> inRange(std::expected<double, Failure> number,
+                                       CGFloat (*clamped)(CGFloat)) {
+    if (number) number = clamped(*number);
+    return number;
+}
+
 std::expected<ScreenshotStyle, Failure> styleFrom(const ExportOptions& options) {
     ScreenshotStyle style = ScreenshotStyle::presentationCard;
     if (!options.style.empty()) {
@@ -37,19 +43,23 @@ std::expected<ScreenshotStyle, Failure> styleFrom(const ExportOptions& options) 
     }
     ShadowStyle& shadow = style.shadow;
     CGPoint offset{shadow.offsetX, shadow.offsetY};
+    // What is typed is brought into range as by the initialisers; what a file holds stays as it is.
+    const auto length = [](std::string_view text) {
+        return inRange(parseNumber(text), clampedToNonNegative);
+    };
+    const auto share = [](std::string_view text) {
+        return inRange(parseNumber(text), clampedToUnit);
+    };
     for (const auto& assigned :
-         {assign(style.cornerRadius, options.cornerRadius, parseNumber, "--corner-radius"),
-          assign(shadow.blur, options.shadowBlur, parseNumber, "--shadow-blur"),
+         {assign(style.cornerRadius, options.cornerRadius, length, "--corner-radius"),
+          assign(shadow.blur, options.shadowBlur, length, "--shadow-blur"),
           assign(offset, options.shadowOffset, parsePoint, "--shadow-offset"),
-          assign(shadow.opacity, options.shadowOpacity, parseNumber, "--shadow-opacity"),
+          assign(shadow.opacity, options.shadowOpacity, share, "--shadow-opacity"),
           assign(shadow.color, options.shadowColor, parseColor, "--shadow-color")})
         if (!assigned) return std::unexpected(assigned.error());
 
-    // The initialisers bring what was typed into range.
-    style =
-        ScreenshotStyle(style.cornerRadius,
-                        ShadowStyle(shadow.blur, offset.x, offset.y, shadow.opacity, shadow.color),
-                        style.background, style.cardEffect);
+    shadow.offsetX = offset.x;
+    shadow.offsetY = offset.y;
     if (options.plain) style.setPresentationCardEnabled(false);
     return style;
 }
@@ -87,13 +97,17 @@ void addExport(Program& program) {
         [](CLI::App& command, ExportOptions& options) {
             options.input.addTo(command);
             options.output.addTo(command);
-            command.add_option("--style", options.style, "JSON file with a style to start from");
-            command.add_option("--corner-radius", options.cornerRadius, "Radius of the corners");
-            command.add_option("--shadow-blur", options.shadowBlur, "Blur of the shadow");
-            command.add_option("--shadow-offset", options.shadowOffset,
-                               "Where the shadow falls, X,Y");
-            command.add_option("--shadow-opacity", options.shadowOpacity, "0 to 1");
-            command.add_option("--shadow-color", options.shadowColor, "A CSS colour");
+            command.add_option("--style", options.style, "JSON file with a style to start from")
+                ->type_name("FILE");
+            command.add_option("--corner-radius", options.cornerRadius, "Radius of the corners")
+                ->type_name("N");
+            command.add_option("--shadow-blur", options.shadowBlur, "Blur of the shadow")
+                ->type_name("N");
+            command.add_option("--shadow-offset", options.shadowOffset, "Where the shadow falls")
+                ->type_name("X,Y");
+            command.add_option("--shadow-opacity", options.shadowOpacity, "0 to 1")->type_name("N");
+            command.add_option("--shadow-color", options.shadowColor, "A CSS colour")
+                ->type_name("COLOR");
             command.add_flag("--plain", options.plain, "No card: the picture as it is");
         },
         run);

@@ -12,7 +12,9 @@ std::string inputName(const std::string& path) {
 }
 
 void ImageInput::addTo(CLI::App& command) {
-    command.add_option("IN", path, "The picture, a PNG file; - is standard input")->required();
+    command.add_option("IN", path, "The picture, a PNG file; - is standard input")
+        ->required()
+        ->type_name("FILE");
     command.add_option("--max-pixels", maximumPixels, "Refuse pictures with more pixels than this")
         ->check(CLI::PositiveNumber)
         ->capture_default_str();
@@ -30,7 +32,9 @@ std::expected<CGImage, Failure> ImageInput::read() const {
 }
 
 void ImageOutput::addTo(CLI::App& command) {
-    command.add_option("-o,--output", path, "Where the PNG goes; - is standard output")->required();
+    command.add_option("-o,--output", path, "Where the PNG goes; - is standard output")
+        ->required()
+        ->type_name("FILE");
     command
         .add_option("--compression", compression,
                     "fast: quickest, default: small and quick, small: smallest")

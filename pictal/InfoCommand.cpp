@@ -50,7 +50,8 @@ void addInfo(Program& program) {
         "  pictal info --json in.png | jq .width",
         [](CLI::App& command, InfoOptions& options) {
             command.add_option("IMAGE", options.path, "A PNG file; - is standard input")
-                ->required();
+                ->required()
+                ->type_name("FILE");
             command.add_flag("--json", options.json, "One JSON document");
         },
         run);

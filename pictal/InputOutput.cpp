@@ -93,17 +93,10 @@ fs::path followingLinks(fs::path path) {
 
 }  // namespace
 
-std::string commandPath(const CLI::App& app) {
-    std::string path = app.get_name();
-    for (const CLI::App* command : app.get_subcommands())
-        path += " " + commandPath(*command);
-    return path;
-}
-
 std::expected<std::vector<std::byte>, Failure> readInput(const std::string& path) {
-    auto bytes = readFile(path == "-" ? "/dev/stdin" : path);
+    // Opening /dev/stdin would fail for a socket and start a file over that was read in part.
+    auto bytes = path == "-" ? readDescriptor(STDIN_FILENO, "standard input") : readFile(path);
     if (bytes) return *std::move(bytes);
-    if (path == "-") return workFailed("standard input: " + bytes.error().code.message());
     return std::unexpected(failure(bytes.error()));
 }
 

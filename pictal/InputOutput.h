@@ -11,9 +11,6 @@
 /// Reading arguments and writing results. A path of "-" is standard input or output.
 namespace pictal::program {
 
-/// "pictal" and the names of the commands that were chosen, for messages.
-[[nodiscard]] std::string commandPath(const CLI::App& app);
-
 [[nodiscard]] std::expected<std::vector<std::byte>, Failure> readInput(const std::string& path);
 [[nodiscard]] std::expected<std::string, Failure> readTextInput(const std::string& path);
 

@@ -67,12 +67,12 @@ void addPreview(Program& program) {
     CLI::App* preview =
         program.app.add_subcommand("preview", "Keep short-lived previews in a hidden folder");
     preview->require_subcommand(1);
-    program.add<Options>("write", "Copy a picture to a new preview and print where it is.",
+    program.add<Options>("write", "Copy a picture to a new preview and print where it is",
                          "What is older than --expire is deleted first; without it, nothing is.\n\n"
                          "Example:\n"
                          "  pictal preview write shot.png --root ~/Pictures --expire 600\n",
                          setUpWrite, write, preview);
-    program.add<Options>("prune", "Delete the previews that have expired.",
+    program.add<Options>("prune", "Delete the previews that have expired",
                          "Example:\n"
                          "  pictal preview prune --root ~/Pictures --expire 600\n",
                          setUpPrune, prune, preview);

@@ -43,6 +43,11 @@ class Program {
 
     Program();
 
+    /// Understands the command line, or throws what the parser found wrong.
+    void parse(int argc, char** argv);
+    /// What is wrong with the command line and where to read more, in one line.
+    [[nodiscard]] std::string complaint(const CLI::ParseError& error) const;
+
     /// Adds a command. `Options` is a plain struct that the options are bound to; `run` does the
     /// work once the whole command line has been understood.
     template <class Options>

@@ -18,12 +18,12 @@ int run(int argc, char** argv) {
         add(program);
 
     try {
-        program.app.parse(argc, argv);
+        program.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
         // Help and version are no errors; everything else is wrong use, whatever the parser's code.
         const bool asked = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success);
         if (asked) return program.app.exit(error);
-        fmt::print(stderr, "pictal: {}. See {} --help.\n", error.what(), commandPath(program.app));
+        fmt::print(stderr, "pictal: {}\n", program.complaint(error));
         return static_cast<int>(ExitStatus::usage);
     }
 

@@ -101,14 +101,23 @@ TEST_F(PictureCommands, ExportTakesAStyleAndChangesToIt) {
                               TransparentImageRenderer().render(picture(), style).value()));
 }
 
+TEST_F(PictureCommands, ExportLeavesTheNumbersOfAStyleAsTheyAre) {
+    write("style.json", R"({"shadow": {"blur": 9, "offsetX": 1, "offsetY": 2, "opacity": 2,
+        "color": {"red": 0, "green": 0, "blue": 0, "alpha": 0.3}}})");
+    const auto style = decodeJSON<ScreenshotStyle>(textOf(readFile(folder / "style.json").value()));
+    EXPECT_EQ(run({"export", "in.png", "-o", "card.png", "--style", "style.json"}).status, 0);
+    EXPECT_TRUE(picturesAgree(read("card.png"),
+                              TransparentImageRenderer().render(picture(), *style).value()));
+}
+
 TEST_F(PictureCommands, DraftPrintsAnAnnotationThatAnnotateReads) {
-    const auto draft =
-        run({"draft", "--tool", "brush", "--start", "-1,2", "--points", "1,2", "-3,.5", "4,5"});
+    const auto draft = run({"draft", "--tool", "brush", "--start", "-1,2", "--points", "1,2",
+                            "-3,.5", "-.5,-.25", "4,5"});
     EXPECT_EQ(draft.status, 0) << draft.error;
     const auto annotation = decodeJSON<ScreenshotAnnotation>(draft.output);
     ASSERT_TRUE(annotation);
-    EXPECT_EQ(annotation->geometry,
-              (AnnotationGeometry{AnnotationGeometry::Points{{{1, 2}, {-3, 0.5}, {4, 5}}}}));
+    EXPECT_EQ(annotation->geometry, (AnnotationGeometry{AnnotationGeometry::Points{
+                                        {{1, 2}, {-3, 0.5}, {-0.5, -0.25}, {4, 5}}}}));
     EXPECT_EQ(run({"annotate", "in.png", "--annotations", "-", "-o", "x.png"}, draft.output).status,
               0);
     const auto box =
@@ -140,6 +149,7 @@ TEST_F(PictureCommands, BadInputIsOneClearLineAndNoOutputFile) {
     write("text.json", R"({"tool": "text", "text": "a", )" + std::string(arrow).substr(17));
     write("infinite.json", R"({"shadow": {"blur": 1e999}})");
     fs::create_directory(folder / "folder");
+    fs::create_symlink("circle.png", folder / "circle.png");
     using Arguments = std::vector<std::string>;
     const auto annotate = [](const char* in, const char* file) {
         return Arguments{"annotate", in, "--annotations", file, "-o", "out.png"};
@@ -195,6 +205,26 @@ TEST_F(PictureCommands, BadInputIsOneClearLineAndNoOutputFile) {
                3,
                "/dev/full: No space left on device"},
           Case{"no command", {}, 2, "See pictal --help"},
+          Case{"unknown command",
+               {"exprot"},
+               2,
+               "there is no command \"exprot\". See pictal --help"},
+          Case{"unknown word",
+               {"info", "a", "b", "c"},
+               2,
+               "\"b\" was not expected. See pictal info"},
+          Case{"the number of a tool",
+               {"draft", "--tool", "3", "--start", "0,0"},
+               2,
+               "--tool: \"3\" is none of rectangle, ellipse"},
+          Case{"a number that does not fit",
+               {"draft", "--tool", "number", "--start", "0,0", "--number", "9223372036854775808"},
+               2,
+               "--number: \"9223372036854775808\" does not fit"},
+          Case{"links in a circle",
+               {"export", "in.png", "-o", "circle.png"},
+               3,
+               "circle.png: Too many levels of symbolic links"},
           Case{"unknown option",
                {"export", "in.png", "--colour", "red"},
                2,

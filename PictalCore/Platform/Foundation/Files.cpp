@@ -46,11 +46,17 @@ std::string FileError::description() const {
 std::expected<std::vector<std::byte>, FileError> readFile(const fs::path& path,
                                                           std::uint64_t maximumSize) {
     const Descriptor file{::open(path.c_str(), O_RDONLY | O_CLOEXEC)};
+    if (file.value < 0) return std::unexpected(FileError{lastError(), path});
+    return readDescriptor(file.value, path, maximumSize);
+}
+
+std::expected<std::vector<std::byte>, FileError> readDescriptor(int descriptor,
+                                                                const fs::path& name,
+                                                                std::uint64_t maximumSize) {
     struct stat status{};
-    if (file.value < 0 || ::fstat(file.value, &status) != 0)
-        return std::unexpected(FileError{lastError(), path});
+    if (::fstat(descriptor, &status) != 0) return std::unexpected(FileError{lastError(), name});
     if (S_ISDIR(status.st_mode))
-        return std::unexpected(FileError{make_error_code(std::errc::is_a_directory), path});
+        return std::unexpected(FileError{make_error_code(std::errc::is_a_directory), name});
 
     // One byte more than the size says, so that a file of that size ends in a single read; a pipe
     // or a growing file goes on as long as it has bytes.
@@ -60,13 +66,13 @@ std::expected<std::vector<std::byte>, FileError> readFile(const fs::path& path,
     bytes.resize(static_cast<std::size_t>(std::min(expectedSize, maximumSize)) + 1);
     for (;;) {
         if (size == bytes.size()) bytes.resize(bytes.size() + std::max<std::size_t>(size, 65536));
-        const ssize_t count = ::read(file.value, bytes.data() + size, bytes.size() - size);
+        const ssize_t count = ::read(descriptor, bytes.data() + size, bytes.size() - size);
         if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return std::unexpected(FileError{lastError(), path});
+        if (count < 0) return std::unexpected(FileError{lastError(), name});
         if (count == 0) break;
         size += static_cast<std::size_t>(count);
         if (size > maximumSize)
-            return std::unexpected(FileError{make_error_code(std::errc::file_too_large), path});
+            return std::unexpected(FileError{make_error_code(std::errc::file_too_large), name});
     }
     bytes.resize(size);
     return bytes;
@@ -114,6 +120,7 @@ FileError AtomicFile::failure() const {
 std::expected<AtomicFile, FileError> AtomicFile::create(fs::path target) {
     struct stat status{};
     const bool replaces = ::stat(target.c_str(), &status) == 0;
+    if (!replaces && errno != ENOENT) return std::unexpected(FileError{lastError(), target});
     if (replaces && S_ISDIR(status.st_mode))
         return std::unexpected(FileError{make_error_code(std::errc::is_a_directory), target});
     for (;;) {

@@ -32,6 +32,12 @@ struct PICTAL_API FileError {
     const std::filesystem::path& path,
     std::uint64_t maximumSize = std::numeric_limits<std::uint64_t>::max());
 
+/// The same for a descriptor that is open already, from where it stands; it stays open.
+/// @param name  what an error calls it
+[[nodiscard]] PICTAL_API std::expected<std::vector<std::byte>, FileError> readDescriptor(
+    int descriptor, const std::filesystem::path& name,
+    std::uint64_t maximumSize = std::numeric_limits<std::uint64_t>::max());
+
 /// Writes all bytes to a temporary file beside `path` and renames it into place. On failure the
 /// temporary file is gone and `path` is what it was.
 [[nodiscard]] PICTAL_API std::expected<void, FileError> writeFileAtomically(

@@ -1,10 +1,13 @@
 #include "PictalCore/Platform/Foundation/Files.h"
 #include "Tests/Support/TemporaryFolder.h"
 
+#include <array>
 #include <fstream>
 
 #include <gtest/gtest.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace pictal {
 namespace {
@@ -35,6 +38,20 @@ TEST(Files, WritesAtomicallyAndReadsBack) {
     EXPECT_EQ(entryCount(folder.path()), 1U);
     EXPECT_EQ(readFile(path, 5).error().code, std::errc::file_too_large);
     EXPECT_TRUE(readFile(path, 6));
+}
+
+TEST(Files, ReadsADescriptorFromWhereItStands) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(::socketpair(AF_UNIX, SOCK_STREAM, 0, ends.data()), 0);
+    ASSERT_EQ(::write(ends[0], "abcdef", 6), 6);
+    ::close(ends[0]);
+    char skipped = 0;
+    ASSERT_EQ(::read(ends[1], &skipped, 1), 1);
+    const auto read = readDescriptor(ends[1], "standard input");
+    ::close(ends[1]);
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(read->data()), read->size()), "bcdef");
+    EXPECT_EQ(readDescriptor(-1, "standard input").error().description(),
+              "standard input: Bad file descriptor");
 }
 
 TEST(Files, AReplacedFileKeepsItsModeAndANewOneFollowsTheUmask) {
