@@ -21,7 +21,7 @@ constexpr std::size_t roundedUp(std::size_t size, std::size_t unit) {
 /// Maps `bytes`, a multiple of the huge page size, on a huge page boundary.
 void* mapAligned(std::size_t bytes) {
     void* mapped = ::mmap(nullptr, bytes + hugePage, PROT_READ | PROT_WRITE,
-                          MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+                          MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (mapped == MAP_FAILED) return nullptr;
     auto* const start = static_cast<std::byte*>(mapped);
     const std::size_t head = roundedUp(reinterpret_cast<std::uintptr_t>(start), hugePage) -
