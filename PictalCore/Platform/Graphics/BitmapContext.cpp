@@ -70,6 +70,20 @@ std::optional<AffineTransform> inverted(const AffineTransform& t) {
     return inverse;
 }
 
+/// The pixels that the rectangle consists of, if its sides fall between pixels.
+std::optional<PixelRect> wholePixels(const CGRect& rect, const AffineTransform& t) {
+    if (t.b != 0 || t.c != 0) return std::nullopt;
+    const auto [fromX, fromY] = t.applied({rect.minX(), rect.minY()});
+    const auto [toX, toY] = t.applied({rect.maxX(), rect.maxY()});
+    constexpr CGFloat limit = 0x1p40;  // beyond any raster, and exact
+    for (const CGFloat side : {fromX, fromY, toX, toY})
+        if (side != std::floor(side) || !(std::abs(side) <= limit)) return std::nullopt;
+    const auto [left, right] = std::minmax(fromX, toX);
+    const auto [top, bottom] = std::minmax(fromY, toY);
+    return PixelRect{static_cast<std::int64_t>(left), static_cast<std::int64_t>(top),
+                     static_cast<std::int64_t>(right), static_cast<std::int64_t>(bottom)};
+}
+
 }  // namespace
 
 struct BitmapContext::Impl {
@@ -186,7 +200,10 @@ void BitmapContext::removeShadow() {
 }
 
 void BitmapContext::clip(const CGRect& rect) {
-    clip(pathOf(rect));
+    if (const auto pixels = wholePixels(rect, impl_->state().transform))
+        impl_->state().clip.intersect(*pixels);  // no mask, which takes a byte a pixel
+    else
+        clip(pathOf(rect));
 }
 void BitmapContext::clip(const Path& path, FillRule rule) {
     impl_->clipTo(impl_->filled(path, rule));

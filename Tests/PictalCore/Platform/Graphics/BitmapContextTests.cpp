@@ -220,6 +220,29 @@ TEST(BitmapContext, AntialiasingAndAlpha) {
     EXPECT_EQ(finished(context).alphaRow(0), (std::vector{64, 64, 0, 64}));
 }
 
+TEST(BitmapContext, ClipsToRectanglesAsToTheirPaths) {
+    for (const AffineTransform& t : {AffineTransform{}, AffineTransform{-2, 0, 0, 3, 20, 1},
+                                     AffineTransform{0, 1, 1, 0, 0, 0}})
+        for (const CGRect& rect : {CGRect(2, 1, 5, 4), CGRect(7, 5, -5, -4), CGRect(2.5, 1, 5, 4),
+                                   CGRect(-9, -9, 99, 99), CGRect(3, 3, 0, 2),
+                                   CGRect(1e300, 0, 1, 1), CGRect(nan, 0, 1, 1), CGRect::null()}) {
+            const auto clipped = [&](bool asPath) {
+                BitmapContext context = canvas(24, 18);
+                Path path;
+                path.addRect(rect);
+                Path circle;
+                circle.addEllipse(CGRect(1, 1, 16, 16));
+                context.clip(circle);
+                context.concatenate(t);
+                asPath ? context.clip(path) : context.clip(rect);
+                context.fill(CGRect(-99, -99, 999, 999));
+                return std::move(context).makeImage();
+            };
+            EXPECT_TRUE(picturesAgree(clipped(false), clipped(true)))
+                << t.a << ": " << rect.origin.x << ", " << rect.size.width;
+        }
+}
+
 TEST(BitmapContext, ShadowsFallUnderTheShapeAndFollowItsAlpha) {
     BitmapContext context = canvas(40, 20);
     context.setFillColor(red);
