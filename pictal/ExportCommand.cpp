@@ -73,9 +73,10 @@ Outcome run(const ExportOptions& options) {
     if (!image) return std::unexpected(image.error());
     const auto card = TransparentImageRenderer().render(*image, *style);
     if (!card)
-        return badInput(inputName(options.input.path) +
-                        ": the card would be larger than pictures can be; lower the shadow's blur "
-                        "or offset");
+        return badInput(
+            inputName(options.input.path) +
+            ": the card is larger than memory or a picture can be; lower the shadow's blur "
+            "or offset");
     if (const auto written = options.output.write(*card); !written)
         return std::unexpected(written.error());
     return ExitStatus::done;
