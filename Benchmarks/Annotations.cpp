@@ -22,11 +22,12 @@ AnnotationStyle pen(CGFloat lineWidth, CGFloat opacity) {
             AnnotationMosaicMode::block};
 }
 
-/// A freehand stroke of 250 points across `area`: a spiral that wobbles.
+/// A freehand stroke of 250 points inside `area`, on S some 5,000 pixels long: a spiral that
+/// wobbles.
 std::vector<CGPoint> scribble(const CGRect& area, int phase) {
     std::vector<CGPoint> points;
     for (int i = 0; i < 250; ++i) {
-        const double turn = i * 0.12 + phase, reach = 0.15 + 0.33 * i / 250;
+        const double turn = i * 0.12 + phase, reach = 0.08 + 0.16 * i / 250;
         points.push_back({area.midX() + area.width() * reach * std::cos(turn),
                           area.midY() + area.height() * reach * std::sin(turn * 1.02)});
     }

@@ -11,6 +11,7 @@ namespace pictal::detail {
 namespace {
 
 constexpr std::size_t rowAlignment = 64;
+constexpr std::size_t page = 4096;
 constexpr std::size_t hugePage = std::size_t{2} << 20;
 constexpr std::size_t mapFrom = std::size_t{4} << 20;
 
@@ -18,7 +19,8 @@ constexpr std::size_t roundedUp(std::size_t size, std::size_t unit) {
     return (size + unit - 1) / unit * unit;
 }
 
-/// Maps `bytes`, a multiple of the huge page size, on a huge page boundary.
+/// Maps `bytes`, a multiple of the page size, on a huge page boundary; what is left behind the last
+/// whole huge page is in ordinary ones.
 void* mapAligned(std::size_t bytes) {
     void* mapped = ::mmap(nullptr, bytes + hugePage, PROT_READ | PROT_WRITE,
                           MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
@@ -43,7 +45,7 @@ std::optional<PixelBuffer> PixelBuffer::allocate(std::int64_t width, std::int64_
 
     PixelBuffer buffer(width, height, static_cast<std::int64_t>(rowBytes / 4));
     if (bytes >= mapFrom) {
-        const std::size_t mapped = roundedUp(bytes, hugePage);
+        const std::size_t mapped = roundedUp(bytes, page);
         buffer.pixels_ = static_cast<std::uint32_t*>(mapAligned(mapped));
         buffer.mappedBytes_ = mapped;
     } else {
