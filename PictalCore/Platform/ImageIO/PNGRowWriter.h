@@ -16,7 +16,7 @@ class PICTAL_API RowWriter {
         std::int64_t height = 0;
         /// Whether the alpha of the rows is left out, as a picture's that has none.
         bool isOpaque = false;
-        CGColorSpace colorSpace{};
+        CGColorSpace colorSpace = CGColorSpace::deviceRGB();
     };
     /// Takes the next bytes of the file; false when it cannot.
     using Sink = std::function<bool(std::span<const std::byte>)>;

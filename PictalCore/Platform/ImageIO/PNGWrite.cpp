@@ -79,9 +79,11 @@ Outcome deflateFast(Strips& strips, PNGChunkWriter& file) {
 Outcome deflateWhole(Strips& strips, std::size_t size, int level, PNGChunkWriter& file) {
     const std::unique_ptr<std::uint8_t[]> filtered(new (std::nothrow) std::uint8_t[size]);
     if (!filtered) return std::unexpected(WriteError::outOfMemory);
-    for (std::uint8_t* to = filtered.get(); const std::size_t count = strips.nextSize();
-         to += count)
+    std::uint8_t* to = filtered.get();
+    while (const std::size_t count = strips.nextSize()) {
         strips.take(to);
+        to += count;
+    }
     const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
         libdeflate_alloc_compressor(level), &libdeflate_free_compressor);
     if (!compressor) return std::unexpected(WriteError::outOfMemory);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 
 /// Kernels at more than one instruction level: one body, which is always inlined, wrapped in one
 /// function a level. The best one that the processor has is chosen once; every level gives the same
@@ -81,15 +82,8 @@ struct AtV4<Body> {
 template <class Table>
 [[nodiscard]] const Table& atLevel(Level level, const Table& plain, const Table& v3,
                                    const Table& v4) {
-    switch (level) {
-        case Level::plain:
-            return plain;
-        case Level::v3:
-            return v3;
-        case Level::v4:
-            return v4;
-    }
-    return plain;
+    const std::array<const Table*, allLevels.size()> tables{&plain, &v3, &v4};
+    return *tables[static_cast<std::size_t>(level)];
 }
 
 }  // namespace pictal::kernels

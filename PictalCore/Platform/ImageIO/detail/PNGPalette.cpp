@@ -57,6 +57,7 @@ void PNGPalette::putTranslucentFirst() {
 
 std::vector<std::uint32_t> PNGPalette::straightColors() const {
     std::vector<std::uint32_t> straight;
+    straight.reserve(colors_.size());
     for (const std::uint32_t color : colors_)
         straight.push_back(kernels::unpremultiplied(color));
     return straight;
