@@ -23,9 +23,9 @@ namespace {
 /// since a signal handler may touch nothing else.
 std::array<char, 4096> pendingFile{};
 
-void onInterrupt(int) {
+void onSignal(int signal) {
     if (pendingFile[0] != '\0') ::unlink(pendingFile.data());
-    ::_exit(130);
+    ::_exit(128 + signal);
 }
 
 void setPendingFile(const fs::path& path) {
@@ -128,8 +128,9 @@ std::expected<void, Failure> printText(std::string_view text) {
 }
 
 void removeTemporaryFilesOnInterrupt() {
-    std::signal(SIGINT, onInterrupt);
-    std::signal(SIGTERM, onInterrupt);
+    // What the caller had ignored stays ignored, as in a job in the background.
+    for (const int signal : {SIGINT, SIGTERM})
+        if (std::signal(signal, onSignal) == SIG_IGN) std::signal(signal, SIG_IGN);
 }
 
 }  // namespace pictal::program

@@ -22,7 +22,8 @@ namespace pictal::program {
 /// Text for standard output; the only other thing that ever goes there is an image.
 [[nodiscard]] std::expected<void, Failure> printText(std::string_view text);
 
-/// An interrupt removes the temporary file that is being written and exits with 130.
+/// An interrupt, or a request to end, removes the temporary file that is being written and exits
+/// with 130 or 143, as a shell would say.
 void removeTemporaryFilesOnInterrupt();
 
 }  // namespace pictal::program
