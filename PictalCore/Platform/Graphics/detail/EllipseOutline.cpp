@@ -16,10 +16,10 @@ constexpr CGFloat mostPoints = 20000;
 /// The curve at a distance from the ellipse: outside it and one way round when positive, inside it
 /// and the other way round when negative, so that the areas of the two subtract where both cross
 /// one pixel.
-void addParallelCurve(Path& path, const CGRect& rect, CGFloat distance, CGFloat points) {
+void addParallelCurve(Path& path, const CGRect& rect, CGFloat distance, int points) {
     const CGFloat a = rect.width() / 2;
     const CGFloat b = rect.height() / 2;
-    for (CGFloat i = 0; i < points; ++i) {
+    for (int i = 0; i < points; ++i) {
         const CGFloat angle = std::copysign(2 * std::numbers::pi * i / points, distance);
         const CGFloat cosine = std::cos(angle);
         const CGFloat sine = std::sin(angle);
@@ -47,8 +47,9 @@ std::optional<Path> ellipseOutline(const CGRect& rect, CGFloat width, CGFloat to
         std::ceil(2 * std::numbers::pi / std::sqrt(8 * tolerance / (longer + half)));
     if (!(count <= mostPoints)) return std::nullopt;
     Path path;
-    addParallelCurve(path, rect, half, std::max(count, fewestPoints));
-    addParallelCurve(path, rect, -half, std::max(count, fewestPoints));
+    const auto points = static_cast<int>(std::max(count, fewestPoints));
+    addParallelCurve(path, rect, half, points);
+    addParallelCurve(path, rect, -half, points);
     return path;
 }
 
