@@ -4,8 +4,6 @@
 #include "Tests/Support/Process.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-#include <fstream>
-#include <iterator>
 #include <sstream>
 
 #include <gtest/gtest.h>
@@ -34,43 +32,35 @@ TEST(OverlayExample, PlaysTheRecordedGesture) {
         steps.push_back(json::parse(line));
     ASSERT_EQ(steps.size(), 12U);
 
-    struct Case {
-        std::size_t step;
-        const char* place;
-        const char* want;
+    const auto check = [&](std::size_t step, const char* at, const char* want) {
+        const json::json_pointer place(at);
+        EXPECT_EQ(steps[step].contains(place) ? steps[step][place] : json(), json::parse(want))
+            << "step " << step << ", " << at;
     };
-    constexpr Case cases[] = {
-        {0, "/display", "1"},
-        {0, "/selection", "null"},
-        // Drawn down to 600.25, rounded outward: locally (260, 130, 300, 350).
-        {1, "/selection", "[[1700,600],[300,350]]"},
-        {1, "/panels/side", R"({"placement":"right","frame":[[574,105],[280,400]]})"},
-        {1, "/window", "33"},
-        {2, "/handle", R"("maxXMinY")"},
-        {3, "/window", "32"},
-        {4, "/display", "0"},
-        {4, "/selection", "[[300,250],[700,450]]"},
-        // Locally (300, 200, 700, 450): 6 points on the left are too few, the right has room.
-        {4, "/panels/side", R"({"placement":"right","frame":[[1014,225],[280,400]]})"},
-        {4, "/panels/bar", R"({"placement":"below","frame":[[700,664],[300,44]]})"},
-        // The pointer is at (920, 580) locally.
-        {4, "/panels/loupe", "[[934,594],[120,120]]"},
-        {6, "/handle", R"("minX")"},
-        // The left edge at 400.5, rounded outward; now the left has room.
-        {8, "/selection", "[[400,250],[600,450]]"},
-        {8, "/panels/side", R"({"placement":"left","frame":[[106,225],[280,400]]})"},
-        {10, "/handle", R"("move")"},
-        {10, "/guides", "0"},
-        // By (22, -24) the centre would be (722, 451); the screen's is (720, 450).
-        {11, "/selection", "[[420,225],[600,450]]"},
-        {11, "/guides", "3"},
-    };
-    for (const Case& c : cases) {
-        const json::json_pointer place(c.place);
-        EXPECT_EQ(steps[c.step].contains(place) ? steps[c.step][place] : json(),
-                  json::parse(c.want))
-            << "step " << c.step << ", " << c.place;
-    }
+    check(0, "/display", "1");
+    check(0, "/selection", "null");
+    // Drawn down to 600.25, rounded outward: locally (260, 130, 300, 350).
+    check(1, "/selection", "[[1700,600],[300,350]]");
+    check(1, "/panels/side", R"({"placement":"right","frame":[[574,105],[280,400]]})");
+    check(1, "/window", "33");
+    check(2, "/handle", R"("maxXMinY")");
+    check(3, "/window", "32");
+    check(4, "/display", "0");
+    check(4, "/selection", "[[300,250],[700,450]]");
+    // Locally (300, 200, 700, 450): 6 points on the left are too few, the right has room.
+    check(4, "/panels/side", R"({"placement":"right","frame":[[1014,225],[280,400]]})");
+    check(4, "/panels/bar", R"({"placement":"below","frame":[[700,664],[300,44]]})");
+    // The pointer is at (920, 580) locally.
+    check(4, "/panels/loupe", "[[934,594],[120,120]]");
+    check(6, "/handle", R"("minX")");
+    // The left edge at 400.5, rounded outward; now the left has room.
+    check(8, "/selection", "[[400,250],[600,450]]");
+    check(8, "/panels/side", R"({"placement":"left","frame":[[106,225],[280,400]]})");
+    check(10, "/handle", R"("move")");
+    check(10, "/guides", "0");
+    // By (22, -24) the centre would be (722, 451); the screen's is (720, 450).
+    check(11, "/selection", "[[420,225],[600,450]]");
+    check(11, "/guides", "3");
 }
 
 TEST(OverlayExample, DrawsTheLastState) {
@@ -79,24 +69,18 @@ TEST(OverlayExample, DrawsTheLastState) {
     const auto image = PNG::read(readFile(folder / "last.png").value());
     ASSERT_TRUE(image && image->width() == 1440 && image->height() == 900);
     const PictureProbe probe(*image);
-    struct Case {
-        const char* name;
-        std::int64_t x, y;
-        std::uint32_t want;
+    const auto check = [&](const char* name, std::int64_t x, std::int64_t y, std::uint32_t want) {
+        EXPECT_LE(levelsBetween(probe.pixel(x, y), want), 1)
+            << name << pixelText(probe.pixel(x, y));
     };
-    constexpr Case cases[] = {
-        // Below the rows are half of the desktop's 51, 102, 153 and of the window's 245.
-        {"the desktop, dimmed", 50, 50, 0xFF4D331A},
-        {"the desktop, in the selection", 1010, 600, 0xFF996633},
-        {"the window, in the selection", 500, 600, 0xFFF5F5F5},
-        {"the window, dimmed", 410, 600, 0xFF7B7B7B},
-        {"the accent stroke", 419, 300, 0xFFFF9900},
-        {"a handle", 420, 225, 0xFFFFFFFF},
-        {"a guide line", 719, 20, 0xFF9933FF},
-    };
-    for (const Case& c : cases)
-        EXPECT_LE(levelsBetween(probe.pixel(c.x, c.y), c.want), 1)
-            << c.name << ": " << pixelText(probe.pixel(c.x, c.y));
+    // Below the rows are half of the desktop's 51, 102, 153 and of the window's 245.
+    check("the desktop, dimmed", 50, 50, 0xFF4D331A);
+    check("the desktop, in the selection", 1010, 600, 0xFF996633);
+    check("the window, in the selection", 500, 600, 0xFFF5F5F5);
+    check("the window, dimmed", 410, 600, 0xFF7B7B7B);
+    check("the accent stroke", 419, 300, 0xFFFF9900);
+    check("a handle", 420, 225, 0xFFFFFFFF);
+    check("a guide line", 719, 20, 0xFF9933FF);
 }
 
 TEST(OverlayExample, SaysWhatItCannotRead) {
@@ -106,11 +90,6 @@ TEST(OverlayExample, SaysWhatItCannotRead) {
     EXPECT_EQ(bad.status, 2);
     EXPECT_NE(bad.error.find("bad.txt, line 3: "), std::string::npos) << bad.error;
     EXPECT_EQ(play(folder / "missing.txt").status, 2);
-}
-
-std::string contents(const std::filesystem::path& path) {
-    std::ifstream file(path);
-    return {std::istreambuf_iterator<char>(file), {}};
 }
 
 std::string withoutSpaces(std::string text) {

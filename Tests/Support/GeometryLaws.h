@@ -13,12 +13,10 @@
 /// What always holds of the overlay's geometry; fed by the property tests and by the fuzz target.
 namespace pictal::laws {
 
-inline constexpr std::array handles{
-    SelectionFrameAdjustmentHandle::move,     SelectionFrameAdjustmentHandle::minX,
-    SelectionFrameAdjustmentHandle::maxX,     SelectionFrameAdjustmentHandle::minY,
-    SelectionFrameAdjustmentHandle::maxY,     SelectionFrameAdjustmentHandle::minXMinY,
-    SelectionFrameAdjustmentHandle::maxXMinY, SelectionFrameAdjustmentHandle::minXMaxY,
-    SelectionFrameAdjustmentHandle::maxXMaxY};
+inline constexpr auto handles = [] {
+    using enum SelectionFrameAdjustmentHandle;
+    return std::array{move, minX, maxX, minY, maxY, minXMinY, maxXMinY, minXMaxY, maxXMaxY};
+}();
 
 inline bool isInside(const CGRect& inner, const CGRect& outer) {
     return inner.minX() >= outer.minX() && inner.maxX() <= outer.maxX() &&

@@ -5,11 +5,15 @@
 #include <array>
 #include <charconv>
 #include <initializer_list>
+#include <limits>
 #include <string>
 
 /// Geometry as text, so that a failed comparison can be read: EXPECT_EQ(text(got), text(want)).
 /// Numbers are written exactly, hence equal texts are equal values; a rectangle is standardised.
 namespace pictal {
+
+inline constexpr CGFloat nan = std::numeric_limits<CGFloat>::quiet_NaN();
+inline constexpr CGFloat infinity = std::numeric_limits<CGFloat>::infinity();
 
 inline std::string text(std::initializer_list<CGFloat> numbers) {
     std::string result;

@@ -1,8 +1,12 @@
 #pragma once
 
+#include <cstdio>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <map>
+#include <memory>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -15,9 +19,27 @@
 
 /// Runs a program to its end, as a shell would, without a shell.
 ///
-///     const auto result = Process{.arguments = {"shortcuts", "list"}}.run();
+///     const auto result = Process{.arguments = words("shortcuts list")}.run();
 ///     EXPECT_EQ(result.status, 0) << result.error;
 namespace pictal {
+
+/// A line as arguments; '' is an empty one.
+inline std::vector<std::string> words(const std::string& line) {
+    std::istringstream stream(line);
+    std::vector<std::string> result;
+    for (std::string word; stream >> word;)
+        result.push_back(word == "''" ? "" : word);
+    return result;
+}
+
+/// Runs the check in a child, which may give up root, hit limits or die.
+inline int statusInChild(const std::function<bool()>& check) {
+    const pid_t child = ::fork();
+    if (child == 0) ::_exit(check() ? 0 : 1);
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    return status;
+}
 
 /// Root may read and write everything; a test of permissions gives that up first, in a child. Does
 /// nothing for everybody else.
@@ -30,8 +52,7 @@ inline bool giveUpRoot() {
 struct Process {
     struct Result {
         int status;  ///< what it exited with; 128 and the signal's number if one ended it
-        std::string output;
-        std::string error;
+        std::string output, error;
     };
 
     std::filesystem::path program = PICTAL_PROGRAM;
@@ -47,67 +68,44 @@ struct Process {
     [[nodiscard]] Result run() const {
         // Opened here, so that it may lie where only root gets in. Files in memory stand for the
         // pipes: nobody has to read while the program writes.
-        const Descriptor executable{::open(program.c_str(), O_RDONLY | O_CLOEXEC)};
-        const Descriptor in, out, err;
-        write(in, input);
-        std::vector<std::string> texts{program.string()};
-        texts.insert(texts.end(), arguments.begin(), arguments.end());
-        std::vector<std::string> variables = environmentTexts();
-        const std::vector<char*> argv = pointers(texts), envp = pointers(variables);
+        const File executable(std::fopen(program.c_str(), "re"), &std::fclose);
+        const File in = inMemory(), out = inMemory(), err = inMemory();
+        if (::pwrite(::fileno(in.get()), input.data(), input.size(), 0) != std::ssize(input))
+            throw std::runtime_error("cannot write a program's standard input");
+        std::vector<std::string> texts = arguments;
+        texts.insert(texts.begin(), program.string());
+        std::vector<char*> argv;
+        for (std::string& text : texts)
+            argv.push_back(text.data());
+        argv.push_back(nullptr);
 
-        const pid_t child = ::fork();
-        if (child == 0) {
-            ::dup2(in.value, STDIN_FILENO);
-            ::dup2(out.value, STDOUT_FILENO);
-            ::dup2(err.value, STDERR_FILENO);
+        const int status = statusInChild([&] {
+            ::dup2(::fileno(in.get()), STDIN_FILENO);
+            ::dup2(::fileno(out.get()), STDOUT_FILENO);
+            ::dup2(::fileno(err.get()), STDERR_FILENO);
+            for (const auto& [name, value] : environment)
+                ::setenv(name.c_str(), value.c_str(), 1);
             if ((folder.empty() || ::chdir(folder.c_str()) == 0) && (asRoot || giveUpRoot()))
-                ::fexecve(executable.value, argv.data(), envp.data());
+                ::fexecve(::fileno(executable.get()), argv.data(), environ);
             ::_exit(127);
-        }
-        int status = 0;
-        if (child < 0 || ::waitpid(child, &status, 0) != child)
-            throw std::runtime_error("cannot run " + program.string());
+            return false;
+        });
         return {WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status), contents(out),
                 contents(err)};
     }
 
   private:
-    struct Descriptor {
-        int value = ::memfd_create("pictal-test", MFD_CLOEXEC);
+    using File = std::unique_ptr<std::FILE, int (*)(std::FILE*)>;
 
-        Descriptor() = default;
-        explicit Descriptor(int descriptor) : value(descriptor) {}
-        Descriptor(const Descriptor&) = delete;
-        Descriptor& operator=(const Descriptor&) = delete;
-        ~Descriptor() { ::close(value); }
-    };
-
-    static void write(const Descriptor& file, const std::string& text) {
-        if (::pwrite(file.value, text.data(), text.size(), 0) != static_cast<ssize_t>(text.size()))
-            throw std::runtime_error("cannot write a program's standard input");
+    static File inMemory() {
+        return {::fdopen(::memfd_create("pictal-test", MFD_CLOEXEC), "r+"), &std::fclose};
     }
-    static std::string contents(const Descriptor& file) {
-        std::string text(static_cast<std::size_t>(::lseek(file.value, 0, SEEK_END)), '\0');
-        if (::pread(file.value, text.data(), text.size(), 0) != static_cast<ssize_t>(text.size()))
+    static std::string contents(const File& file) {
+        const int descriptor = ::fileno(file.get());
+        std::string text(static_cast<std::size_t>(::lseek(descriptor, 0, SEEK_END)), '\0');
+        if (::pread(descriptor, text.data(), text.size(), 0) != std::ssize(text))
             throw std::runtime_error("cannot read a program's output");
         return text;
-    }
-    static std::vector<char*> pointers(std::vector<std::string>& texts) {
-        std::vector<char*> result;
-        for (std::string& text : texts)
-            result.push_back(text.data());
-        result.push_back(nullptr);
-        return result;
-    }
-    [[nodiscard]] std::vector<std::string> environmentTexts() const {
-        std::vector<std::string> texts;
-        for (char** entry = environ; *entry; ++entry) {
-            const std::string text = *entry;
-            if (!environment.contains(text.substr(0, text.find('=')))) texts.push_back(text);
-        }
-        for (const auto& [name, value] : environment)
-            texts.push_back(name + "=" + value);
-        return texts;
     }
 };
 

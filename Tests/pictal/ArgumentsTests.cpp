@@ -3,15 +3,11 @@
 #include <gtest/gtest.h>
 
 namespace pictal::program {
-namespace {
 
 TEST(Arguments, Numbers) {
-    for (const auto& [text, want] : {std::pair("12", 12.0),
-                                     {"-.5", -0.5},
-                                     {"+3", 3.0},
-                                     {"1e3", 1000.0},
-                                     {"0", 0.0},
-                                     {"5.", 5.0}})
+    const std::pair<const char*, double> numbers[] = {{"12", 12},    {"-.5", -0.5}, {"+3", 3},
+                                                      {"1e3", 1000}, {"0", 0},      {"5.", 5}};
+    for (const auto& [text, want] : numbers)
         EXPECT_EQ(parseNumber(text).value_or(-99), want) << text;
     for (const char* text : {"", "abc", "12px", "1,5", "inf", "nan", "-", "1e999", " 1", "0x10"}) {
         const auto number = parseNumber(text);
@@ -34,31 +30,29 @@ TEST(Arguments, Points) {
 }
 
 TEST(Arguments, ColoursAsCSSWritesThem) {
-    struct Case {
-        const char* text;
-        RGBAColor want;
+    const auto check = [](const char* text, double red, double green, double blue, double alpha) {
+        const auto color = parseColor(text);
+        ASSERT_TRUE(color) << text;
+        EXPECT_NEAR(color->red, red, 1e-12) << text;
+        EXPECT_NEAR(color->green, green, 1e-12) << text;
+        EXPECT_NEAR(color->blue, blue, 1e-12) << text;
+        EXPECT_NEAR(color->alpha, alpha, 1e-12) << text;
     };
-    for (const Case& c :
-         {Case{"#f80", {1, 136 / 255.0, 0, 1}}, Case{"#F808", {1, 136 / 255.0, 0, 136 / 255.0}},
-          Case{"#336699", {0.2, 0.4, 0.6, 1}}, Case{"#33669980", {0.2, 0.4, 0.6, 128 / 255.0}},
-          Case{"rgb(51, 102, 153)", {0.2, 0.4, 0.6, 1}},
-          Case{"rgb(51 102 153 / 50%)", {0.2, 0.4, 0.6, 0.5}},
-          Case{"rgba(20%,40%,60%,.5)", {0.2, 0.4, 0.6, 0.5}},
-          Case{"hsl(210, 50%, 40%)", {0.2, 0.4, 0.6, 1}},
-          Case{"hsl(-150deg 50% 40%)", {0.2, 0.4, 0.6, 1}},
-          Case{"RebeccaPurple", {0.4, 0.2, 0.6, 1}}, Case{" transparent ", {0, 0, 0, 0}},
-          Case{"yellowgreen", {154 / 255.0, 205 / 255.0, 50 / 255.0, 1}}}) {
-        const auto color = parseColor(c.text);
-        ASSERT_TRUE(color) << c.text;
-        EXPECT_NEAR(color->red, c.want.red, 1e-12) << c.text;
-        EXPECT_NEAR(color->green, c.want.green, 1e-12) << c.text;
-        EXPECT_NEAR(color->blue, c.want.blue, 1e-12) << c.text;
-        EXPECT_NEAR(color->alpha, c.want.alpha, 1e-12) << c.text;
-    }
+    check("#f80", 1, 136 / 255.0, 0, 1);
+    check("#F808", 1, 136 / 255.0, 0, 136 / 255.0);
+    check("#336699", 0.2, 0.4, 0.6, 1);
+    check("#33669980", 0.2, 0.4, 0.6, 128 / 255.0);
+    check("rgb(51, 102, 153)", 0.2, 0.4, 0.6, 1);
+    check("rgb(51 102 153 / 50%)", 0.2, 0.4, 0.6, 0.5);
+    check("rgba(20%,40%,60%,.5)", 0.2, 0.4, 0.6, 0.5);
+    check("hsl(210, 50%, 40%)", 0.2, 0.4, 0.6, 1);
+    check("hsl(-150deg 50% 40%)", 0.2, 0.4, 0.6, 1);
+    check("RebeccaPurple", 0.4, 0.2, 0.6, 1);
+    check(" transparent ", 0, 0, 0, 0);
+    check("yellowgreen", 154 / 255.0, 205 / 255.0, 50 / 255.0, 1);
     for (const char* text : {"", "#", "#12", "#12345", "#1234567", "#ggg", "rgb(1,2)", "rgb(1,2,3",
                              "rgb(1,2,3,4,5)", "rgb(a,b,c)", "hsl(1,2)", "cmyk(1,2,3)", "reddish"})
         EXPECT_FALSE(parseColor(text)) << text;
 }
 
-}  // namespace
 }  // namespace pictal::program

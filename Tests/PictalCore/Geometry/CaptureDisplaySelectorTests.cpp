@@ -2,43 +2,30 @@
 #include "PictalCore/Geometry/CaptureExclusionPlan.h"
 #include "Tests/Support/GeometryText.h"
 
-#include <array>
-#include <limits>
-
 #include <gtest/gtest.h>
 
 namespace pictal {
-namespace {
 
 TEST(CaptureDisplaySelector, PicksTheDisplayCoveredMost) {
-    constexpr CGFloat nan = std::numeric_limits<CGFloat>::quiet_NaN();
     constexpr std::array displays{CGRect{0, 0, 1440, 900}, CGRect{1440, 0, 1920, 1080},
                                   CGRect{0, 1800, 1440, -900}};
-    struct Case {
-        const char* name;
-        CGRect rect;
-        std::optional<std::int64_t> want;
+    const auto best = [&](const CGRect& rect) {
+        return CaptureDisplaySelector::bestDisplayIndex(rect, displays).value_or(-1);
     };
-    constexpr Case cases[] = {
-        {"more on the second", {1300, 100, 400, 300}, 1},
-        {"half and half", {1240, 100, 400, 300}, 0},
-        {"from its far corner", {1700, 400, -400, -300}, 1},
-        {"a display from its far corner", {100, 1000, 10, 10}, 2},
-        {"over all of them", {-500, -500, 9000, 9000}, 1},
-        {"outside", {-500, 0, 100, 100}, {}},
-        {"touching", {-100, 0, 100, 100}, {}},
-        {"no area", {100, 100, 0, 10}, {}},
-        {"NaN", {100, 100, nan, 10}, {}},
-    };
-    for (const Case& c : cases)
-        EXPECT_EQ(CaptureDisplaySelector::bestDisplayIndex(c.rect, displays), c.want) << c.name;
+    EXPECT_EQ(best({1300, 100, 400, 300}), 1);
+    EXPECT_EQ(best({1240, 100, 400, 300}), 0) << "half and half";
+    EXPECT_EQ(best({1700, 400, -400, -300}), 1) << "from its far corner";
+    EXPECT_EQ(best({100, 1000, 10, 10}), 2) << "a display from its far corner";
+    EXPECT_EQ(best({-500, -500, 9000, 9000}), 1) << "over all of them";
+    EXPECT_EQ(best({-100, 0, 100, 100}), -1) << "touching";
+    EXPECT_EQ(best({100, 100, 0, 10}), -1) << "no area";
+    EXPECT_EQ(best({100, 100, nan, 10}), -1);
     EXPECT_FALSE(CaptureDisplaySelector::bestDisplayIndex({0, 0, 9, 9}, {}));
 }
 
 TEST(CaptureDisplaySelector, CountsFromTheDisplay) {
-    constexpr CGRect display{1440, 0, 1920, 1080};
-    const auto local = [&](const CGRect& rect) {
-        return text(CaptureDisplaySelector::localRect(rect, display));
+    const auto local = [](const CGRect& rect) {
+        return text(CaptureDisplaySelector::localRect(rect, {1440, 0, 1920, 1080}));
     };
     EXPECT_EQ(local({1500, 100, 200, 100}), "(60, 100, 200, 100)");
     EXPECT_EQ(local({1700, 200, -200, -100}), "(60, 100, 200, 100)");
@@ -50,9 +37,7 @@ TEST(CaptureExclusionPlan, KeepsTheListAsItIs) {
     const auto plan = CaptureExclusionPlan::overlayWindows({12, 7, 12});
     EXPECT_EQ(plan.excludedWindowIDs(), (std::vector<std::uint32_t>{12, 7, 12}));
     EXPECT_FALSE(plan.excludesCurrentApplication());
-    EXPECT_EQ(plan, CaptureExclusionPlan::overlayWindows({12, 7, 12}));
     EXPECT_NE(plan, CaptureExclusionPlan::overlayWindows({12, 12, 7}));
 }
 
-}  // namespace
 }  // namespace pictal

@@ -5,38 +5,26 @@
 #include <gtest/gtest.h>
 
 namespace pictal {
-namespace {
 
 TEST(SelectionCoordinateMapper, FlipsBetweenGlobalAndLocal) {
     constexpr CGRect container{1440, -180, 1920, 1080};
     const auto local = [&](const CGRect& rect) {
-        return SelectionCoordinateMapper::localRect(rect, container).value_or(CGRect::null());
+        const auto result = SelectionCoordinateMapper::localRect(rect, container);
+        return result ? text(*result) : "none";
     };
-    struct Case {
-        const char* name;
-        CGRect global, local;
+    const auto global = [&](const CGRect& rect) {
+        return text(SelectionCoordinateMapper::globalRect(rect, container));
     };
-    constexpr Case cases[] = {
-        {"at the top left", {1440, 800, 100, 100}, {0, 0, 100, 100}},
-        {"at the bottom right", {3350, -180, 10, 20}, {1910, 1060, 10, 20}},
-        {"all of it", container, {0, 0, 1920, 1080}},
-    };
-    for (const Case& c : cases) {
-        EXPECT_EQ(text(local(c.global)), text(c.local)) << c.name;
-        EXPECT_EQ(text(SelectionCoordinateMapper::globalRect(c.local, container)), text(c.global))
-            << c.name;
-    }
-
-    EXPECT_EQ(text(local({1400, 850, 100, 100})), "(0, 0, 60, 50)") << "cut at two edges";
-    EXPECT_EQ(text(local({1450.5, 880.25, 10, 10})), "(10, 9, 11, 11)") << "rounded outward";
-    EXPECT_EQ(text(local({0, 0, 1440, 900})), "null") << "touching";
-    EXPECT_EQ(text(local({0, 0, 100, 100})), "null") << "apart";
-    EXPECT_EQ(text(SelectionCoordinateMapper::globalRect({-10, -20, 30, 40}, container)),
-              "(1430, 880, 30, 40)")
-        << "not cut outside";
-    EXPECT_EQ(text(SelectionCoordinateMapper::globalRect({20, 20, -30, -40}, container)),
-              "(1430, 880, 30, 40)")
-        << "from its far corner";
+    EXPECT_EQ(local({1440, 800, 100, 100}), "(0, 0, 100, 100)");
+    EXPECT_EQ(global({0, 0, 100, 100}), "(1440, 800, 100, 100)");
+    EXPECT_EQ(local({3350, -180, 10, 20}), "(1910, 1060, 10, 20)");
+    EXPECT_EQ(global({1910, 1060, 10, 20}), "(3350, -180, 10, 20)");
+    EXPECT_EQ(local({1400, 850, 100, 100}), "(0, 0, 60, 50)") << "cut at two edges";
+    EXPECT_EQ(local({1450.5, 880.25, 10, 10}), "(10, 9, 11, 11)") << "rounded outward";
+    EXPECT_EQ(local({0, 0, 1440, 900}), "none") << "touching";
+    EXPECT_EQ(local({0, 0, 100, 100}), "none") << "apart";
+    EXPECT_EQ(global({-10, -20, 30, 40}), "(1430, 880, 30, 40)") << "not cut outside";
+    EXPECT_EQ(global({20, 20, -30, -40}), "(1430, 880, 30, 40)") << "from its far corner";
 }
 
 TEST(SelectionOverlayEdgeModel, GrowsTheAccent) {
@@ -49,5 +37,4 @@ TEST(SelectionOverlayEdgeModel, GrowsTheAccent) {
     EXPECT_NE(model, SelectionOverlayEdgeModel({10, 10, 100, 50}, 6, 2.5));
 }
 
-}  // namespace
 }  // namespace pictal

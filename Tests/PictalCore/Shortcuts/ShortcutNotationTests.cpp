@@ -1,109 +1,62 @@
 #include "PictalCore/Shortcuts/ShortcutNotation.h"
 #include "Tests/Support/ShortcutPrinting.h"
 
+#include <sstream>
+
 #include <gtest/gtest.h>
 
 namespace pictal {
-namespace {
 
 using Error = ShortcutNotationError;
 
 TEST(ShortcutNotation, KnowsEveryKey) {
-    struct Case {
-        const char* name;
-        std::uint16_t keyCode;
-        const char* label;
-    };
-    for (const Case& c : {Case{"a", 0, "A"},
-                          {"s", 1, "S"},
-                          {"d", 2, "D"},
-                          {"f", 3, "F"},
-                          {"h", 4, "H"},
-                          {"g", 5, "G"},
-                          {"z", 6, "Z"},
-                          {"x", 7, "X"},
-                          {"c", 8, "C"},
-                          {"v", 9, "V"},
-                          {"b", 11, "B"},
-                          {"q", 12, "Q"},
-                          {"w", 13, "W"},
-                          {"e", 14, "E"},
-                          {"r", 15, "R"},
-                          {"t", 17, "T"},
-                          {"1", 18, "1"},
-                          {"2", 19, "2"},
-                          {"3", 20, "3"},
-                          {"4", 21, "4"},
-                          {"5", 23, "5"},
-                          {"6", 22, "6"},
-                          {"7", 26, "7"},
-                          {"8", 28, "8"},
-                          {"9", 25, "9"},
-                          {"o", 31, "O"},
-                          {"u", 32, "U"},
-                          {"i", 34, "I"},
-                          {"p", 35, "P"},
-                          {"l", 37, "L"},
-                          {"j", 38, "J"},
-                          {"k", 40, "K"},
-                          {"n", 45, "N"},
-                          {"m", 46, "M"},
-                          {"tab", 48, "Tab"},
-                          {"space", 49, "Space"},
-                          {"escape", 53, "Escape"},
-                          {"Esc", 53, "Escape"},
-                          {"comma", 43, ","},
-                          {",", 43, ","}}) {
-        const Shortcut want{c.keyCode, c.label, {}};
-        EXPECT_EQ(ShortcutNotation::parse(c.name), want) << c.name;
-        const Shortcut modified{c.keyCode, c.label, ShortcutModifiers(15)};
-        EXPECT_EQ(ShortcutNotation::parse(modified.displayString()), modified) << c.name;
-    }
+    std::istringstream keys(
+        "a 0 A  s 1 S  d 2 D  f 3 F  h 4 H  g 5 G  z 6 Z  x 7 X  c 8 C  v 9 V  b 11 B  "
+        "q 12 Q  w 13 W  e 14 E  r 15 R  t 17 T  1 18 1  2 19 2  3 20 3  4 21 4  5 23 5  "
+        "6 22 6  7 26 7  8 28 8  9 25 9  o 31 O  u 32 U  i 34 I  p 35 P  l 37 L  j 38 J  "
+        "k 40 K  n 45 N  m 46 M  tab 48 Tab  space 49 Space  escape 53 Escape  "
+        "Esc 53 Escape  comma 43 ,  , 43 ,");
+    int count = 0;
+    std::string name;
+    for (Shortcut key; keys >> name >> key.keyCode >> key.keyLabel; ++count)
+        for (const std::int64_t modifiers : {0, 15}) {
+            key.modifiers = ShortcutModifiers(modifiers);
+            const std::string shown = key.displayString();
+            EXPECT_EQ(ShortcutNotation::parse(modifiers ? shown : name), key) << name;
+        }
+    EXPECT_EQ(count, 40);
 }
 
 TEST(ShortcutNotation, TakesWhatPeopleType) {
-    struct Case {
-        const char* text;
-        std::int64_t modifiers;
-        const char* label;
+    const auto check = [](const char* text, const char* want) {
+        const auto shortcut = ShortcutNotation::parse(text);
+        ASSERT_TRUE(shortcut) << text << ": " << shortcut.error().description();
+        EXPECT_EQ(shortcut->displayString(), want) << text;
     };
-    for (const Case& c : {Case{"ctrl+cmd+s", 9, "S"},
-                          {"⌃⌘S", 9, "S"},
-                          {"Shift+COMMAND+4", 12, "4"},
-                          {"alt-control-space", 3, "Space"},
-                          {" opt + ⇧+, ", 6, ","},
-                          {"cmd shift 4", 12, "4"},
-                          {"⌃ ⌘\u00A0s", 9, "S"},
-                          {"⌘⇧+esc", 12, "Escape"},
-                          {"cmd+⌘+s", 8, "S"},
-                          {"OPTION+S", 2, "S"}}) {
-        const auto shortcut = ShortcutNotation::parse(c.text);
-        ASSERT_TRUE(shortcut) << c.text << ": " << shortcut.error().description();
-        EXPECT_EQ(shortcut->modifiers.rawValue, c.modifiers) << c.text;
-        EXPECT_EQ(shortcut->keyLabel, c.label) << c.text;
-    }
+    check("ctrl+cmd+s", "⌃⌘S");
+    check("⌃⌘S", "⌃⌘S");
+    check("Shift+COMMAND+4", "⇧⌘4");
+    check("alt-control-space", "⌃⌥Space");
+    check(" opt + ⇧+, ", "⌥⇧,");
+    check("cmd shift 4", "⇧⌘4");
+    check("⌃ ⌘\u00A0s", "⌃⌘S");
+    check("⌘⇧+esc", "⇧⌘Escape");
+    check("cmd+⌘+s", "⌘S");
+    check("OPTION+S", "⌥S");
 }
 
 TEST(ShortcutNotation, RefusesTheRest) {
-    struct Case {
-        const char* text;
-        Error want;
+    const auto check = [](const char* text, const Error& want) {
+        EXPECT_EQ(ShortcutNotation::parse(text).error(), want) << text;
     };
-    for (const Case& c : {Case{"", Error::missingKey()},
-                          {" \t", Error::missingKey()},
-                          {"ctrl+cmd", Error::missingKey()},
-                          {"⌘", Error::missingKey()},
-                          {"ctrl++s", Error::missingKey()},
-                          {"+s", Error::missingKey()},
-                          {"cmd+s+", Error::missingKey()},
-                          {"cmd--", Error::missingKey()},
-                          {"cmd+Y", Error::unknownKey("y")},
-                          {"cmd+0", Error::unknownKey("0")},
-                          {"⌘s⌃", Error::unknownKey("s⌃")},
-                          {"cmd+\xFF", Error::unknownKey("\uFFFD")},
-                          {"hyper+s", Error::unknownModifier("hyper")},
-                          {"s+cmd+a", Error::unknownModifier("s")}})
-        EXPECT_EQ(ShortcutNotation::parse(c.text).error(), c.want) << c.text;
+    for (const char* none : {"", " \t", "ctrl+cmd", "⌘", "ctrl++s", "+s", "cmd+s+", "cmd--"})
+        check(none, Error::missingKey());
+    check("cmd+Y", Error::unknownKey("y"));
+    check("cmd+0", Error::unknownKey("0"));
+    check("⌘s⌃", Error::unknownKey("s⌃"));
+    check("cmd+\xFF", Error::unknownKey("\uFFFD"));
+    check("hyper+s", Error::unknownModifier("hyper"));
+    check("s+cmd+a", Error::unknownModifier("s"));
     EXPECT_EQ(Error::unknownModifier("hyper").description(),
               "unknown modifier \"hyper\"; the modifiers are control ctrl ⌃ option opt alt ⌥ shift "
               "⇧ command cmd ⌘");
@@ -112,5 +65,4 @@ TEST(ShortcutNotation, RefusesTheRest) {
               "1 2 3 4 5 6 7 8 9 space tab escape esc comma ,");
 }
 
-}  // namespace
 }  // namespace pictal

@@ -1,14 +1,14 @@
 #include "PictalCore/Platform/Foundation/InMemoryUserDefaults.h"
 #include "PictalCore/Shortcuts/ShortcutStore.h"
+#include "Tests/Support/Bytes.h"
 #include "Tests/Support/ShortcutPrinting.h"
-
-#include <set>
-#include <span>
 
 #include <gtest/gtest.h>
 
 namespace pictal {
 namespace {
+
+using Error = UserDefaultsError::Kind;
 
 constexpr const char* v4 = "com.orvald.vistrell.shortcuts.v4";
 constexpr const char* v3 = "com.orvald.vistrell.shortcuts.v3";
@@ -16,34 +16,30 @@ constexpr const char* v2 = "com.orvald.vistrell.shortcuts.v2";
 constexpr const char* v1 = "com.orvald.vistrell.shortcuts.v1";
 constexpr const char* oldest = "com.orvald.pictal.shortcuts.v1";
 
-/// A value that is `text` as data, or as a string.
 UserDefaults::Object asData(std::string_view text) {
-    const auto bytes = std::as_bytes(std::span(text));
-    return UserDefaults::Data{bytes.begin(), bytes.end()};
+    return bytesOf(text);
 }
-UserDefaults::Object asString(std::string text) {
-    return text;
+UserDefaults::Object asData(const ShortcutAssignment& shortcuts) {
+    return bytesOf(encodeJSON(shortcuts).value());
 }
 
 /// Refuses chosen keys, and writing.
 class FailingUserDefaults final : public UserDefaults {
   public:
     InMemoryUserDefaults values;
-    std::set<std::string, std::less<>> unreadable;
+    std::string unreadable;
     bool isReadOnly = false;
     int writes = 0;
 
     std::expected<std::optional<Object>, UserDefaultsError> object(
         std::string_view key) const override {
-        if (unreadable.contains(key))
-            return std::unexpected(UserDefaultsError{UserDefaultsError::Kind::busy, "busy"});
+        if (key == unreadable) return std::unexpected(UserDefaultsError{Error::busy, "busy"});
         return values.object(key);
     }
     std::expected<void, UserDefaultsError> setObject(std::string_view key,
                                                      const Object& value) override {
         ++writes;
-        if (isReadOnly)
-            return std::unexpected(UserDefaultsError{UserDefaultsError::Kind::notPermitted, "no"});
+        if (isReadOnly) return std::unexpected(UserDefaultsError{Error::notPermitted, "no"});
         return values.setObject(key, value);
     }
 };
@@ -62,8 +58,7 @@ struct Fixture {
     [[nodiscard]] std::optional<ShortcutAssignment> stored() const {
         const auto bytes = *defaults->values.data(v4);
         if (!bytes) return std::nullopt;
-        return *decodeJSON<ShortcutAssignment>(
-            {reinterpret_cast<const char*>(bytes->data()), bytes->size()});
+        return *decodeJSON<ShortcutAssignment>(textOf(*bytes));
     }
 };
 
@@ -71,13 +66,12 @@ Shortcut shortcut(std::uint16_t keyCode, const char* label, std::int64_t modifie
     return {keyCode, label, ShortcutModifiers(modifiers)};
 }
 
-const Shortcut controlCommandS = shortcut(1, "S", 9);
 const Shortcut own = shortcut(13, "W", 3);
-constexpr const char* ownText = R"({"keyCode":13,"keyLabel":"W","modifiers":3})";
+const std::string ownText = R"({"keyCode":13,"keyLabel":"W","modifiers":3})";
 
 ShortcutAssignment defaultsWith(const ShortcutAssignment& changes) {
     ShortcutAssignment result = changes;
-    result.insert({{"region", controlCommandS},
+    result.insert({{"region", shortcut(1, "S", 9)},
                    {"window", shortcut(7, "X", 9)},
                    {"fullDisplay", shortcut(8, "C", 9)},
                    {"colorPicker", shortcut(11, "B", 9)}});
@@ -85,39 +79,27 @@ ShortcutAssignment defaultsWith(const ShortcutAssignment& changes) {
 }
 
 TEST(ShortcutStore, ReadsWhatIsStoredOverTheDefaults) {
-    const std::string entry = ownText;
-    struct Case {
-        const char* name;
-        UserDefaults::Object stored;
-        ShortcutAssignment want;
+    const auto check = [](const std::string& text, const ShortcutAssignment& changes = {},
+                          bool isString = false) {
+        const auto stored = isString ? UserDefaults::Object(text) : asData(text);
+        const Fixture fixture(Values{{v4, stored}});
+        EXPECT_EQ(fixture.store.loadShortcuts(), defaultsWith(changes)) << text;
+        EXPECT_EQ(fixture.defaults->values.object(v4), stored) << text;
+        EXPECT_EQ(fixture.defaults->writes, 0) << text;
     };
-    for (const Case& c :
-         {Case{"an empty object", asData("{}"), defaultsWith({})},
-          {"some actions", asData(R"({"region":)" + entry + R"(,"scrolling":)" + entry + "}"),
-           defaultsWith({{"region", own}, {"scrolling", own}})},
-          {"an unsupported action", asData(R"({"window":)" + entry + R"(,"zoom":)" + entry + "}"),
-           defaultsWith({{"window", own}})},
-          {"no JSON", asData("?"), defaultsWith({})},
-          {"empty data", asData(""), defaultsWith({})},
-          {"another type of JSON", asData("[]"), defaultsWith({})},
-          {"one bad entry", asData(R"({"region":)" + entry + R"(,"window":{"keyCode":1}})"),
-           defaultsWith({})},
-          {"a null entry", asData(R"({"region":)" + entry + R"(,"window":null})"),
-           defaultsWith({})},
-          {"a bad entry of an unsupported action",
-           asData(R"({"region":)" + entry + R"(,"zoom":7})"), defaultsWith({})},
-          {"a string", asString(R"({"region":)" + entry + "}"), defaultsWith({})}}) {
-        Fixture fixture(Values{{v4, c.stored}});
-        EXPECT_EQ(fixture.store.loadShortcuts(), c.want) << c.name;
-        EXPECT_EQ(fixture.defaults->values.object(v4), c.stored) << c.name;
-        EXPECT_EQ(fixture.defaults->writes, 0) << c.name;
-    }
-}
-
-TEST(ShortcutStore, NothingStoredGivesTheDefaultsAndWritesNothing) {
-    const Fixture fixture;
-    EXPECT_EQ(fixture.store.loadShortcuts(), defaultsWith({}));
-    EXPECT_EQ(fixture.defaults->writes, 0);
+    const std::string region = R"({"region":)" + ownText;
+    check(
+        encodeJSON(ShortcutAssignment{{"region", own}, {"scrolling", own}, {"zoom", own}}).value(),
+        {{"region", own}, {"scrolling", own}});
+    for (const char* nothing : {"{}", "?", "", "[]"})
+        check(nothing);
+    for (const char* badEntry :
+         {R"(,"window":{"keyCode":1}})", R"(,"window":null})", R"(,"zoom":7})"})
+        check(region + badEntry);
+    check(region + "}", {}, true);
+    const Fixture empty;
+    EXPECT_EQ(empty.store.loadShortcuts(), defaultsWith({}));
+    EXPECT_EQ(empty.defaults->writes, 0);
 }
 
 TEST(ShortcutStore, KeepsDefaultsOfUnsupportedActions) {
@@ -129,136 +111,90 @@ TEST(ShortcutStore, KeepsDefaultsOfUnsupportedActions) {
 }
 
 TEST(ShortcutStore, CarriesOverWhatEarlierVersionsStored) {
-    const std::string v3Defaults = R"({"region":{"keyCode":0,"keyLabel":"A","modifiers":12},
-        "window":{"keyCode":13,"keyLabel":"W","modifiers":12},
-        "fullDisplay":{"keyCode":3,"keyLabel":"F","modifiers":12},
-        "colorPicker":{"keyCode":8,"keyLabel":"C","modifiers":12}})";
-    const std::string v2Defaults = R"({"region":{"keyCode":0,"keyLabel":"A","modifiers":5},
-        "window":{"keyCode":13,"keyLabel":"W","modifiers":5},
-        "fullDisplay":{"keyCode":3,"keyLabel":"F","modifiers":5},
-        "colorPicker":{"keyCode":8,"keyLabel":"C","modifiers":5}})";
-    const std::string v1Defaults = R"({"region":{"keyCode":21,"keyLabel":"4","modifiers":14},
-        "window":{"keyCode":23,"keyLabel":"5","modifiers":14},
-        "fullDisplay":{"keyCode":20,"keyLabel":"3","modifiers":14},
-        "scrolling":{"keyCode":1,"keyLabel":"S","modifiers":14},
-        "colorPicker":{"keyCode":8,"keyLabel":"C","modifiers":14},
-        "openMainWindow":{"keyCode":31,"keyLabel":"O","modifiers":14},
-        "openRecentCapture":{"keyCode":15,"keyLabel":"R","modifiers":14}})";
-    const std::string chosen = std::string(R"({"region":)") + ownText + R"(,"scrolling":)" +
-                               ownText + R"(,"zoom":)" + ownText + "}";
-    const ShortcutAssignment chosenStored{{"region", own}, {"scrolling", own}};
-    const Shortcut otherLabel = shortcut(0, "a", 12);
-
-    struct Case {
-        const char* name;
-        Values values;
-        std::optional<ShortcutAssignment> wantStored;
-        ShortcutAssignment want;
-    };
-    for (const Case& c : {
-             Case{"v3 untouched", {{v3, asData(v3Defaults)}}, defaultsWith({}), defaultsWith({})},
-             {"v2 untouched", {{v2, asData(v2Defaults)}}, defaultsWith({}), defaultsWith({})},
-             {"v1 untouched", {{v1, asData(v1Defaults)}}, defaultsWith({}), defaultsWith({})},
-             {"oldest untouched",
-              {{oldest, asData(v1Defaults)}},
-              defaultsWith({}),
-              defaultsWith({})},
-             {"v3 chosen", {{v3, asData(chosen)}}, chosenStored, defaultsWith(chosenStored)},
-             {"v2 chosen", {{v2, asData(chosen)}}, chosenStored, defaultsWith(chosenStored)},
-             {"v1 chosen", {{v1, asData(chosen)}}, chosenStored, defaultsWith(chosenStored)},
-             {"oldest chosen",
-              {{oldest, asData(chosen)}},
-              chosenStored,
-              defaultsWith(chosenStored)},
-             {"old defaults of another version",
-              {{v3, asData(R"({"region":{"keyCode":0,"keyLabel":"A","modifiers":5}})")}},
-              ShortcutAssignment{{"region", shortcut(0, "A", 5)}},
-              defaultsWith({{"region", shortcut(0, "A", 5)}})},
-             {"an old default under another label",
-              {{v3, asData(R"({"region":{"keyCode":0,"keyLabel":"a","modifiers":12}})")}},
-              ShortcutAssignment{{"region", otherLabel}},
-              defaultsWith({{"region", otherLabel}})},
-             {"an empty object", {{v3, asData("{}")}}, ShortcutAssignment{}, defaultsWith({})},
-             {"undecodable, older data there",
-              {{v3, asData("?")}, {v2, asData(chosen)}},
-              std::nullopt,
-              defaultsWith({})},
-             {"empty data, older data there",
-              {{v2, asData("")}, {v1, asData(chosen)}},
-              std::nullopt,
-              defaultsWith({})},
-             {"one bad entry",
-              {{v1, asData(R"({"zoom":{},"region":)" + std::string(ownText) + "}")}},
-              std::nullopt,
-              defaultsWith({})},
-             {"v2 and v1 there",
-              {{v2, asData(v2Defaults)}, {v1, asData(chosen)}, {oldest, asData(chosen)}},
-              defaultsWith({}),
-              defaultsWith({})},
-             {"v1 and the oldest there",
-              {{v1, asData(chosen)}, {oldest, asData(v1Defaults)}},
-              chosenStored,
-              defaultsWith(chosenStored)},
-             {"a string under a newer key",
-              {{v3, asString(v3Defaults)}, {v2, asData(chosen)}},
-              chosenStored,
-              defaultsWith(chosenStored)},
-             {"a string under the current key",
-              {{v4, asString("{}")}, {v3, asData(chosen)}},
-              chosenStored,
-              defaultsWith(chosenStored)},
-             {"current data wins",
-              {{v4, asData("{}")}, {v3, asData(chosen)}},
-              ShortcutAssignment{},
-              defaultsWith({})},
-         }) {
-        const Fixture fixture(c.values);
-        EXPECT_EQ(fixture.store.loadShortcuts(), c.want) << c.name;
-        EXPECT_EQ(fixture.stored(), c.wantStored) << c.name;
-        for (const auto& [key, value] : c.values) {
-            if (key == v4) continue;
-            EXPECT_EQ(fixture.defaults->values.object(key), value) << c.name;
+    const auto check = [](const char* name, const Values& values,
+                          const std::optional<ShortcutAssignment>& wantStored,
+                          const ShortcutAssignment& changes = {}) {
+        const Fixture fixture(values);
+        for (int load = 1; load <= 2; ++load) {
+            EXPECT_EQ(fixture.store.loadShortcuts(), defaultsWith(changes))
+                << name << ", load " << load;
+            EXPECT_EQ(fixture.stored(), wantStored) << name << ", load " << load;
         }
-        EXPECT_EQ(fixture.store.loadShortcuts(), c.want) << c.name << ", loaded again";
-    }
+        for (const auto& [key, value] : values)
+            EXPECT_TRUE(key == v4 || fixture.defaults->values.object(key) == value) << name;
+    };
+    const auto letters = [](std::int64_t modifiers) {
+        return asData({{"region", shortcut(0, "A", modifiers)},
+                       {"window", shortcut(13, "W", modifiers)},
+                       {"fullDisplay", shortcut(3, "F", modifiers)},
+                       {"colorPicker", shortcut(8, "C", modifiers)}});
+    };
+    const auto v1Defaults = asData({{"region", shortcut(21, "4", 14)},
+                                    {"window", shortcut(23, "5", 14)},
+                                    {"fullDisplay", shortcut(20, "3", 14)},
+                                    {"scrolling", shortcut(1, "S", 14)},
+                                    {"colorPicker", shortcut(8, "C", 14)},
+                                    {"openMainWindow", shortcut(31, "O", 14)},
+                                    {"openRecentCapture", shortcut(15, "R", 14)}});
+    const auto chosenText = asData({{"region", own}, {"scrolling", own}, {"zoom", own}});
+    const ShortcutAssignment chosen{{"region", own}, {"scrolling", own}};
+    const ShortcutAssignment ofV2{{"region", shortcut(0, "A", 5)}};
+    const ShortcutAssignment otherLabel{{"region", shortcut(0, "a", 12)}};
+
+    check("v3 untouched", {{v3, letters(12)}}, defaultsWith({}));
+    check("v2 untouched", {{v2, letters(5)}}, defaultsWith({}));
+    check("v1 untouched", {{v1, v1Defaults}}, defaultsWith({}));
+    check("oldest untouched", {{oldest, v1Defaults}}, defaultsWith({}));
+    for (const char* key : {v3, v2, v1, oldest})
+        check(key, {{key, chosenText}}, chosen, chosen);
+    check("old defaults of another version", {{v3, asData(ofV2)}}, ofV2, ofV2);
+    check("an old default's other label", {{v3, asData(otherLabel)}}, otherLabel, otherLabel);
+    check("an empty object", {{v3, asData("{}")}}, ShortcutAssignment{});
+    check("undecodable, older there", {{v3, asData("?")}, {v2, chosenText}}, std::nullopt);
+    check("empty data, older there", {{v2, asData("")}, {v1, chosenText}}, std::nullopt);
+    check("one bad entry", {{v1, asData(R"({"zoom":{},"region":)" + ownText + "}")}}, std::nullopt);
+    check("v2 and older there", {{v2, letters(5)}, {v1, chosenText}, {oldest, chosenText}},
+          defaultsWith({}));
+    check("v1 and the oldest there", {{v1, chosenText}, {oldest, v1Defaults}}, chosen, chosen);
+    check("a string under a newer key", {{v3, "{}"}, {v2, chosenText}}, chosen, chosen);
+    check("a string under the current key", {{v4, "{}"}, {v3, chosenText}}, chosen, chosen);
+    check("current data wins", {{v4, asData("{}")}, {v3, chosenText}}, ShortcutAssignment{});
 }
 
 TEST(ShortcutStore, OnlyTheDefaultKeyCarriesOver) {
-    const Fixture fixture(Values{{v3, asData(R"({"region":)" + std::string(ownText) + "}")}});
+    const Fixture fixture(Values{{v3, asData({{"region", own}})}});
     const ShortcutStore other(fixture.defaults, "other", ShortcutStore::defaultShortcuts());
     EXPECT_EQ(other.loadShortcuts(), defaultsWith({}));
     EXPECT_EQ(fixture.defaults->writes, 0);
 }
 
 TEST(ShortcutStore, UpdatesOneAction) {
-    const Fixture fixture;
-    EXPECT_EQ(fixture.store.updateShortcut("scrolling", own), defaultsWith({{"scrolling", own}}));
-    EXPECT_EQ(fixture.stored(), defaultsWith({{"scrolling", own}}));
-    const Fixture unsupported;
-    EXPECT_EQ(unsupported.store.updateShortcut("zoom", own), defaultsWith({{"zoom", own}}));
-    EXPECT_EQ(unsupported.stored(), defaultsWith({}));
-    const Fixture undecodable(Values{{v4, asData("?")}});
-    EXPECT_EQ(undecodable.store.updateShortcut("region", own), defaultsWith({{"region", own}}));
-    EXPECT_EQ(undecodable.stored(), defaultsWith({{"region", own}}));
-    const Fixture older(Values{{v3, asData(R"({"window":)" + std::string(ownText) + "}")}});
-    const ShortcutAssignment both = defaultsWith({{"window", own}, {"scrolling", own}});
-    EXPECT_EQ(older.store.updateShortcut("scrolling", own), both);
-    EXPECT_EQ(older.stored(), both);
+    const auto check = [](const Values& values, const char* action,
+                          const ShortcutAssignment& changes, const ShortcutAssignment& stored) {
+        const Fixture fixture(values);
+        EXPECT_EQ(fixture.store.updateShortcut(action, own), defaultsWith(changes));
+        EXPECT_EQ(fixture.stored(), defaultsWith(stored));
+    };
+    check({}, "scrolling", {{"scrolling", own}}, {{"scrolling", own}});
+    check({}, "zoom", {{"zoom", own}}, {});
+    check({{v4, asData("?")}}, "region", {{"region", own}}, {{"region", own}});
+    const ShortcutAssignment both{{"window", own}, {"scrolling", own}};
+    check({{v3, asData({{"window", own}})}}, "scrolling", both, both);
 }
 
 TEST(ShortcutStore, WritesNothingAfterAFailedRead) {
     for (const char* key : {v4, v3, v2, v1, oldest}) {
         const Fixture fixture(Values{{oldest, asData("{}")}});
-        fixture.defaults->unreadable = {key};
+        fixture.defaults->unreadable = key;
         EXPECT_EQ(fixture.store.loadShortcuts(), defaultsWith({})) << key;
         EXPECT_EQ(fixture.store.updateShortcut("region", own), defaultsWith({{"region", own}}));
         EXPECT_EQ(fixture.defaults->writes, 0) << key;
-        EXPECT_EQ(fixture.store.tryLoadShortcuts().error().kind, UserDefaultsError::Kind::busy);
+        EXPECT_EQ(fixture.store.tryLoadShortcuts().error().kind, Error::busy);
     }
 }
 
 TEST(ShortcutStore, SaysWhenItCouldNotWrite) {
-    const Fixture fixture(Values{{v3, asData(R"({"region":)" + std::string(ownText) + "}")}});
+    const Fixture fixture(Values{{v3, asData({{"region", own}})}});
     fixture.defaults->isReadOnly = true;
     EXPECT_FALSE(fixture.store.saveShortcuts({}));
     EXPECT_EQ(fixture.store.trySaveShortcuts({}).error().description, "no");

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 namespace pictal {
-namespace {
 
 TEST(AppNavigationSection, GroupsTheSidebarInOrder) {
     using enum AppNavigationSection;
@@ -18,5 +17,4 @@ TEST(AppNavigationSection, GroupsTheSidebarInOrder) {
     EXPECT_EQ(id(export_), "export");
 }
 
-}  // namespace
 }  // namespace pictal

@@ -1,26 +1,24 @@
 #include "PictalCore/Support/DemoModeConfiguration.h"
+#include "Tests/Support/Process.h"
 
 #include <gtest/gtest.h>
 
 namespace pictal {
-namespace {
 
 using enum VistrellDemoScenario;
 
 TEST(VistrellDemoScenario, IsFoundByItsNames) {
-    struct Case {
-        std::string_view text;
-        std::optional<VistrellDemoScenario> want;
-    };
-    for (const Case& c :
-         {Case{"Color_Picker", color}, Case{" COLOUR-PICKER\n", color}, Case{"home", dashboard},
-          Case{"settings", general}, Case{"screenshot", capture}, Case{"hotkeys", shortcuts},
-          Case{"exports", export_}, Case{"privacy", permissions}, Case{"privacy-notes", about},
-          Case{"logs", debug}, Case{"annotate", annotation}, Case{"ocr_panel", annotationOCR},
-          Case{"pinned_image", pin}, Case{"picker-overlay", colorPickerOverlay},
-          Case{"region-overlay", overlayRegion}, Case{"window-overlay", overlayWindow},
-          Case{"annotationOCR", std::nullopt}, Case{"", std::nullopt}})
-        EXPECT_EQ(scenarioFromNormalizedRawValue(c.text), c.want) << c.text;
+    const auto names = words(
+        "Color_Picker color  home dashboard  settings general  screenshot capture  logs debug "
+        "hotkeys shortcuts  exports export  privacy permissions  privacy-notes about "
+        "annotate annotation  ocr_panel annotation-ocr  pinned_image pin "
+        "picker-overlay color-picker-overlay  region-overlay overlay-region "
+        "window-overlay overlay-window");
+    for (std::size_t i = 0; i < names.size(); i += 2)
+        EXPECT_EQ(rawValue(scenarioFromNormalizedRawValue(names[i]).value()), names[i + 1]);
+    EXPECT_EQ(scenarioFromNormalizedRawValue(" COLOUR-PICKER\n"), color);
+    for (const char* unknown : {"annotationOCR", ""})
+        EXPECT_EQ(scenarioFromNormalizedRawValue(unknown), std::nullopt);
     for (const VistrellDemoScenario scenario : allCases<VistrellDemoScenario>())
         EXPECT_EQ(scenarioFromNormalizedRawValue(rawValue(scenario)), scenario);
 }
@@ -41,70 +39,41 @@ TEST(VistrellDemoScenario, ShowsASection) {
 }
 
 TEST(DemoModeConfiguration, LoadsFromEnvironmentAndArguments) {
-    using Text = std::optional<std::string>;
-    const auto on = [](VistrellDemoScenario scenario, Text language = {}, Text background = {}) {
+    const auto off = DemoModeConfiguration::disabled();
+    const auto check = [&](const std::string& line, const DemoModeConfiguration& want,
+                           const DemoModeConfiguration::Environment& environment = {}) {
+        const auto arguments = words(line);
+        EXPECT_EQ(DemoModeConfiguration::load(environment, arguments, true), want) << line;
+        EXPECT_EQ(DemoModeConfiguration::load(environment, arguments, false), off) << line;
+        EXPECT_EQ(DemoModeConfiguration::load(environment, arguments), off) << line;
+    };
+    const auto on = [](VistrellDemoScenario scenario, std::optional<std::string> language = {},
+                       std::optional<std::string> background = {}) {
         return DemoModeConfiguration{true, scenario, language, background};
     };
-    const auto off = DemoModeConfiguration::disabled();
-    struct Case {
-        const char* name;
-        DemoModeConfiguration want;
-        std::vector<std::string> arguments;
-        DemoModeConfiguration::Environment environment{};
-    };
-    const std::vector<Case> cases = {
-        {"nothing", off, {}},
-        {"truthy", on(dashboard), {}, {{"PICTAL_DEMO_MODE", " Yes "}}},
-        {"not truthy", off, {}, {{"VISTRELL_DEMO_MODE", "2"}, {"PICTAL_DEMO_MODE", ""}}},
-        {"second variable",
-         on(dashboard),
-         {},
-         {{"VISTRELL_DEMO_MODE", "0"}, {"PICTAL_DEMO_MODE", "ON"}}},
-        {"argument against variable",
-         on(dashboard),
-         {"--demo-mode"},
-         {{"VISTRELL_DEMO_MODE", "0"}}},
-        {"switch with a value", off, {"app", "--demo-mode=1", "--demo-modes"}},
-        {"value behind =", on(color), {"app", "--demo-mode", "--demo-scenario=color_picker"}},
-        {"value next", on(pin), {"--pictal-demo-mode", "--demo-scenario", "pin"}},
-        {"no value", on(dashboard), {"app", "--demo-mode", "--demo-scenario"}},
-        {"a flag as value",
-         on(dashboard, "ja"),
-         {"--demo-mode", "--demo-scenario", "--demo-language", "ja"}},
-        {"first element",
-         on(dashboard),
-         {"--demo-mode", "--demo-scenario=", "--demo-scenario=pin"}},
-        {"first flag",
-         on(dashboard),
-         {"--demo-mode", "--demo-scenario=pin", "--vistrell-demo-scenario=x"}},
-        {"longer flag", on(pin), {"--demo-mode", "--demo-scenarios=x", "--demo-scenario=pin"}},
-        {"variable alone",
-         on(dashboard),
-         {"--demo-mode", "--demo-scenario=pin"},
-         {{"VISTRELL_DEMO_SCENARIO", "nonsense"}, {"PICTAL_DEMO_SCENARIO", "pin"}}},
-        {"Chinese",
-         on(dashboard, "zh-Hans"),
-         {"--demo-mode"},
-         {{"VISTRELL_DEMO_LANGUAGE", "Simplified_Chinese"}}},
-        {"English", on(dashboard, "en"), {"--demo-mode"}, {{"PICTAL_DEMO_LANGUAGE", "en_US"}}},
-        {"unknown language",
-         on(dashboard),
-         {"--demo-mode", "--demo-language=ja"},
-         {{"VISTRELL_DEMO_LANGUAGE", "fr"}}},
-        {"blank background",
-         on(dashboard),
-         {"--demo-mode", "--vistrell-demo-background=/x"},
-         {{"VISTRELL_DEMO_BACKGROUND_PATH", " "}}},
-        {"background",
-         on(dashboard, {}, "/tmp/\xFF g"),
-         {"--demo-mode"},
-         {{"VISTRELL_DEMO_BACKGROUND_PATH", "  /tmp/\xFF g\n"}}}};
-    for (const Case& c : cases) {
-        EXPECT_EQ(DemoModeConfiguration::load(c.environment, c.arguments, true), c.want) << c.name;
-        EXPECT_EQ(DemoModeConfiguration::load(c.environment, c.arguments, false), off) << c.name;
-        EXPECT_EQ(DemoModeConfiguration::load(c.environment, c.arguments), off) << c.name;
-    }
+    check("", off);
+    check("", on(dashboard), {{"PICTAL_DEMO_MODE", " Yes "}});
+    check("", off, {{"VISTRELL_DEMO_MODE", "2"}, {"PICTAL_DEMO_MODE", ""}});
+    check("", on(dashboard), {{"VISTRELL_DEMO_MODE", "0"}, {"PICTAL_DEMO_MODE", "ON"}});
+    check("--demo-mode", on(dashboard), {{"VISTRELL_DEMO_MODE", "0"}});
+    check("app --demo-mode=1 --demo-modes", off);
+    check("app --demo-mode --demo-scenario=color_picker", on(color));
+    check("--pictal-demo-mode --demo-scenario pin", on(pin));
+    check("app --demo-mode --demo-scenario", on(dashboard));
+    check("--demo-mode --demo-scenario --demo-language ja", on(dashboard, "ja"));
+    check("--demo-mode --demo-scenario= --demo-scenario=pin", on(dashboard));
+    check("--demo-mode --demo-scenario=pin --vistrell-demo-scenario=x", on(dashboard));
+    check("--demo-mode --demo-scenarios=x --demo-scenario=pin", on(pin));
+    check("--demo-mode --demo-scenario=pin", on(dashboard),
+          {{"VISTRELL_DEMO_SCENARIO", "nonsense"}, {"PICTAL_DEMO_SCENARIO", "pin"}});
+    check("--demo-mode", on(dashboard, "zh-Hans"),
+          {{"VISTRELL_DEMO_LANGUAGE", "Simplified_Chinese"}});
+    check("--demo-mode", on(dashboard, "en"), {{"PICTAL_DEMO_LANGUAGE", "en_US"}});
+    check("--demo-mode --demo-language=ja", on(dashboard), {{"VISTRELL_DEMO_LANGUAGE", "fr"}});
+    check("--demo-mode --vistrell-demo-background=/x", on(dashboard),
+          {{"VISTRELL_DEMO_BACKGROUND_PATH", " "}});
+    check("--demo-mode", on(dashboard, {}, "/tmp/\xFF g"),
+          {{"VISTRELL_DEMO_BACKGROUND_PATH", "  /tmp/\xFF g\n"}});
 }
 
-}  // namespace
 }  // namespace pictal

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 
 namespace pictal {
-namespace {
 
 using namespace LogMetadataSanitizer;
 
@@ -23,22 +22,18 @@ TEST(LogMetadataSanitizer, FlattensAndCuts) {
 }
 
 TEST(LogMetadataSanitizer, TellsKeysApart) {
-    struct Case {
-        std::string_view key;
-        bool freeText, path;
+    const auto check = [](const std::vector<const char*>& keys, bool freeText, bool path) {
+        for (const char* key : keys) {
+            EXPECT_EQ(isSensitiveFreeTextKey(key), freeText) << key;
+            EXPECT_EQ(isSensitivePathKey(key), path) << key;
+        }
     };
-    for (const Case& c :
-         {Case{"Title", true, false}, Case{"subtitle", false, false}, Case{"OWNER", true, false},
-          Case{"owners", false, false}, Case{"body", true, false},
-          Case{"frontWindowTitle", true, false}, Case{"windowNames", true, false},
-          Case{"windowOwnerName", true, false}, Case{"applicationName", true, false},
-          Case{"windowTitlePath", true, true}, Case{"outputURL", false, true},
-          Case{"profileID", false, true}, Case{"bundleID", false, true},
-          Case{"workingDirectory", false, true}, Case{"Executable", false, true},
-          Case{"message", false, false}, Case{"", false, false}}) {
-        EXPECT_EQ(isSensitiveFreeTextKey(c.key), c.freeText) << c.key;
-        EXPECT_EQ(isSensitivePathKey(c.key), c.path) << c.key;
-    }
+    check({"Title", "OWNER", "body", "frontWindowTitle", "windowNames", "windowOwnerName",
+           "applicationName"},
+          true, false);
+    check({"windowTitlePath"}, true, true);
+    check({"outputURL", "profileID", "bundleID", "workingDirectory", "Executable"}, false, true);
+    check({"subtitle", "owners", "message", ""}, false, false);
 }
 
 TEST(LogMetadataSanitizer, TheKeyDecides) {
@@ -52,38 +47,36 @@ TEST(LogMetadataSanitizer, TheKeyDecides) {
 }
 
 TEST(LogMetadataSanitizer, RedactsOnePath) {
-    struct Case {
-        std::string_view value, want;
-    };
-    for (const Case& c :
-         {Case{"/Users/me/Desktop/Capture 1.png", "<redacted-path>/Capture 1.png"},
-          Case{"/Users/me/Projects/", "<redacted-path>/Projects"},
-          Case{"/opt//x///", "<redacted-path>/x"},
-          Case{"~/Documents/report.pdf", "<redacted-path>/report.pdf"},
-          Case{"~me", "<redacted-path>/~me"}, Case{"~/", "<redacted-path>/~"},
-          Case{"/", "<redacted-path>//"}, Case{"///", "<redacted-path>//"},
-          Case{"/a\n/b", "<redacted-path>/b"}, Case{"relative/file.txt", "relative/file.txt"},
-          Case{" /tmp/x", " /tmp/x"}, Case{"", ""}})
-        EXPECT_EQ(redactPath(c.value), c.want) << c.value;
+    EXPECT_EQ(redactPath("/Users/me/Desktop/Capture 1.png"), "<redacted-path>/Capture 1.png");
+    EXPECT_EQ(redactPath("/Users/me/Projects/"), "<redacted-path>/Projects");
+    EXPECT_EQ(redactPath("/opt//x///"), "<redacted-path>/x");
+    EXPECT_EQ(redactPath("~/Documents/report.pdf"), "<redacted-path>/report.pdf");
+    EXPECT_EQ(redactPath("~me"), "<redacted-path>/~me");
+    EXPECT_EQ(redactPath("~/"), "<redacted-path>/~");
+    EXPECT_EQ(redactPath("/"), "<redacted-path>//");
+    EXPECT_EQ(redactPath("///"), "<redacted-path>//");
+    EXPECT_EQ(redactPath("/a\n/b"), "<redacted-path>/b");
+    EXPECT_EQ(redactPath("relative/file.txt"), "relative/file.txt");
+    EXPECT_EQ(redactPath(" /tmp/x"), " /tmp/x");
+    EXPECT_EQ(redactPath(""), "");
 }
 
 TEST(LogMetadataSanitizer, RedactsPathsWithinText) {
-    struct Case {
-        std::string_view text, want;
-    };
-    for (const Case& c :
-         {Case{"Saved /Users/me/a b.png, done", "Saved <redacted-path>/a b.png, done"},
-          Case{"Saved /Users/me/a.png to folder x/y", "Saved <redacted-path>/y"},
-          Case{"/variables", "<redacted-path>/variables"}, Case{"x/tmp", "x<redacted-path>/tmp"},
-          Case{"/Applications/A.app;/Volumes/B/c;", "<redacted-path>/A.app;<redacted-path>/c;"},
-          Case{"~/Users/me", "<redacted-path>/me"}, Case{"a~b ~ /~/c", "a~b ~ /<redacted-path>/c"},
-          Case{"/tmp/a\n/opt/b", "<redacted-path>/b"},
-          Case{"/opt /Library /users /TMP /va", "/opt /Library /users /TMP /va"},
-          Case{"\xF0/Users/me/x", "\xF0<redacted-path>/x"},
-          Case{"\xE6\xBC/tmp/\xC3,\xC3;", "\xE6\xBC<redacted-path>/\xC3,\xC3;"}, Case{"", ""}})
-        EXPECT_EQ(redactEmbeddedPaths(c.text), c.want) << c.text;
+    const auto redacted = redactEmbeddedPaths;
+    EXPECT_EQ(redacted("Saved /Users/me/a b.png, done"), "Saved <redacted-path>/a b.png, done");
+    EXPECT_EQ(redacted("Saved /Users/me/a.png to folder x/y"), "Saved <redacted-path>/y");
+    EXPECT_EQ(redacted("/variables"), "<redacted-path>/variables");
+    EXPECT_EQ(redacted("x/tmp"), "x<redacted-path>/tmp");
+    EXPECT_EQ(redacted("/Applications/A.app;/Volumes/B/c;"),
+              "<redacted-path>/A.app;<redacted-path>/c;");
+    EXPECT_EQ(redacted("~/Users/me"), "<redacted-path>/me");
+    EXPECT_EQ(redacted("a~b ~ /~/c"), "a~b ~ /<redacted-path>/c");
+    EXPECT_EQ(redacted("/tmp/a\n/opt/b"), "<redacted-path>/b");
+    EXPECT_EQ(redacted("/opt /Library /users /TMP /va"), "/opt /Library /users /TMP /va");
+    EXPECT_EQ(redacted("\xF0/Users/me/x"), "\xF0<redacted-path>/x");
+    EXPECT_EQ(redacted("\xE6\xBC/tmp/\xC3,\xC3;"), "\xE6\xBC<redacted-path>/\xC3,\xC3;");
+    EXPECT_EQ(redacted(""), "");
 }
-
 TEST(LogMetadataSanitizer, NoListedPathSurvives) {
     constexpr std::array<std::string_view, 12> others{"/", "~", ",",    ";",    "\n", "\t",
                                                       "é", "x", "\xF0", "\xE2", " ",  "User"};
@@ -97,5 +90,4 @@ TEST(LogMetadataSanitizer, NoListedPathSurvives) {
     }
 }
 
-}  // namespace
 }  // namespace pictal

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 namespace pictal {
-namespace {
 
 TEST(SafeFileNamer, MakesStems) {
     struct Case {
@@ -30,5 +29,4 @@ TEST(SafeFileNamer, MakesStems) {
         EXPECT_EQ(SafeFileNamer::stem(c.raw, c.fallback, c.maxLength), c.want) << c.raw;
 }
 
-}  // namespace
 }  // namespace pictal

@@ -4,8 +4,6 @@
 
 #include <cerrno>
 #include <cstring>
-#include <fstream>
-#include <functional>
 #include <regex>
 
 #include <fcntl.h>
@@ -35,35 +33,26 @@ class TemporaryPreviewFileStoreTest : public testing::Test {
     const TemporaryPreviewFileStore store{root.path(), 60s};
     const std::vector<std::byte> data{16, std::byte{7}};
 
-    std::ptrdiff_t previewCount() {
-        return std::distance(fs::directory_iterator(store.directory()), {});
-    }
+    std::ptrdiff_t previewCount() { return entryCount(store.directory()); }
 };
 
 TEST_F(TemporaryPreviewFileStoreTest, NamesNewFilesSafely) {
-    struct Case {
-        std::string stem;
-        Time time;
-        std::string want;
-    };
-    for (const Case& c :
-         {Case{"Design Review", now, "Design-Review-1700000000"},
-          Case{"Design Review", now, "Design-Review-1700000000"},
-          Case{"?!", now, "preview-1700000000"},
-          Case{"../../etc/passwd", now, "etc-passwd-1700000000"},
-          Case{std::string(81, 'x'), now, std::string(80, 'x').append("-1700000000")},
-          Case{"x", Time(-1500ms), "x--1"}, Case{"x", Time(-500ms), "x-0"}}) {
-        const auto before = fs::exists(store.directory()) ? previewCount() : 0;
-        const auto file = store.write(data, c.stem, c.time);
-        ASSERT_TRUE(file) << c.want;
-        EXPECT_EQ(previewCount(), before + 1) << c.want;
+    const std::regex uuid("[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}");
+    const auto check = [&](const std::string& stem, Time time, const std::string& want) {
+        const auto file = store.write(data, stem, time);
+        ASSERT_TRUE(file) << want;
         EXPECT_EQ(file->parent_path(), root / ".VistrellPreviews");
         EXPECT_EQ(fs::file_size(*file), data.size());
-        const std::regex uuid(
-            "[0-9A-F]{8}-[0-9A-F]{4}-4[0-9A-F]{3}-[89AB][0-9A-F]{3}-[0-9A-F]{12}");
         const std::string name = file->filename();
-        EXPECT_EQ(std::regex_replace(name, uuid, "U"), ".Vistrell-" + c.want + "-U.png");
-    }
+        EXPECT_EQ(std::regex_replace(name, uuid, "U"), ".Vistrell-" + want + "-U.png");
+    };
+    check("Design Review", now, "Design-Review-1700000000");
+    check("Design Review", now, "Design-Review-1700000000");
+    check("?!", now, "preview-1700000000");
+    check("../../etc/passwd", now, "etc-passwd-1700000000");
+    check(std::string(81, 'x'), now, std::string(80, 'x').append("-1700000000"));
+    check("x", Time(-1500ms), "x--1");
+    check("x", Time(-500ms), "x-0");
     // Seventy letters of four bytes are more than a name can have.
     std::string letters;
     for (int i = 0; i < 70; ++i)
@@ -126,11 +115,8 @@ TEST_F(TemporaryPreviewFileStoreTest, AFullDiskLeavesNoFileBehind) {
 
 TEST_F(TemporaryPreviewFileStoreTest, MissingPermissionsAreErrors) {
     if (::geteuid() != 0) GTEST_SKIP() << "only root can make a folder of somebody else's";
-    const auto withoutRoot = [](const std::function<bool()>& body) {
-        const pid_t child = ::fork();
-        if (child == 0) ::_exit(giveUpRoot() && body() ? 0 : 1);
-        int status = -1;
-        return ::waitpid(child, &status, 0) == child && status == 0;
+    const auto withoutRoot = [](const auto& body) {
+        return statusInChild([&] { return giveUpRoot() && body(); }) == 0;
     };
     const auto isDenied = [](const auto& result, const fs::path& path) {
         return !result &&

@@ -1,8 +1,8 @@
 #include "PictalCore/Platform/Foundation/Files.h"
+#include "Tests/Support/Bytes.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <array>
-#include <fstream>
 
 #include <gtest/gtest.h>
 #include <sys/socket.h>
@@ -10,32 +10,16 @@
 #include <unistd.h>
 
 namespace pictal {
-namespace {
 
 namespace fs = std::filesystem;
-
-std::span<const std::byte> bytesOf(std::string_view text) {
-    return std::as_bytes(std::span(text));
-}
-
-std::string contents(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-std::size_t entryCount(const fs::path& folder) {
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator(folder), {}));
-}
 
 TEST(Files, WritesAtomicallyAndReadsBack) {
     const TemporaryFolder folder;
     const fs::path path = folder / "a.txt";
     ASSERT_TRUE(writeFileAtomically(path, bytesOf("first")));
     ASSERT_TRUE(writeFileAtomically(path, bytesOf("second")));
-    const auto read = readFile(path);
-    ASSERT_TRUE(read);
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(read->data()), read->size()), "second");
-    EXPECT_EQ(entryCount(folder.path()), 1U);
+    EXPECT_EQ(readFile(path), bytesOf("second"));
+    EXPECT_EQ(entryCount(folder.path()), 1);
     EXPECT_EQ(readFile(path, 5).error().code, std::errc::file_too_large);
     EXPECT_TRUE(readFile(path, 6));
 }
@@ -47,9 +31,8 @@ TEST(Files, ReadsADescriptorFromWhereItStands) {
     ::close(ends[0]);
     char skipped = 0;
     ASSERT_EQ(::read(ends[1], &skipped, 1), 1);
-    const auto read = readDescriptor(ends[1], "standard input");
+    EXPECT_EQ(readDescriptor(ends[1], "standard input"), bytesOf("bcdef"));
     ::close(ends[1]);
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(read->data()), read->size()), "bcdef");
     EXPECT_EQ(readDescriptor(-1, "standard input").error().description(),
               "standard input: Bad file descriptor");
 }
@@ -59,17 +42,17 @@ TEST(Files, AReplacedFileKeepsItsModeAndANewOneFollowsTheUmask) {
     const mode_t old = ::umask(027);
     ASSERT_TRUE(writeFileAtomically(folder / "new", bytesOf("x")));
     ::umask(old);
-    EXPECT_EQ(static_cast<unsigned>(fs::status(folder / "new").permissions()), 0640U);
+    EXPECT_EQ(mode(folder / "new"), 0640U);
     fs::permissions(folder / "new", fs::perms(0604));
     ASSERT_TRUE(writeFileAtomically(folder / "new", bytesOf("y")));
-    EXPECT_EQ(static_cast<unsigned>(fs::status(folder / "new").permissions()), 0604U);
+    EXPECT_EQ(mode(folder / "new"), 0604U);
 }
 
 TEST(Files, FailureLeavesEverythingAsItWas) {
     const TemporaryFolder folder;
-    EXPECT_EQ(
-        writeFileAtomically(folder / "no" / "such", bytesOf("x")).error(),
-        (FileError{make_error_code(std::errc::no_such_file_or_directory), folder / "no" / "such"}));
+    const fs::path nowhere = folder / "no" / "such";
+    EXPECT_EQ(writeFileAtomically(nowhere, bytesOf("x")).error(),
+              (FileError{make_error_code(std::errc::no_such_file_or_directory), nowhere}));
     EXPECT_EQ(writeFileAtomically(folder.path(), bytesOf("x")).error().code,
               std::errc::is_a_directory);
     EXPECT_EQ(readFile(folder.path()).error().code, std::errc::is_a_directory);
@@ -79,8 +62,7 @@ TEST(Files, FailureLeavesEverythingAsItWas) {
         ASSERT_TRUE(file && file->write(bytesOf("half")));
         EXPECT_EQ(contents(file->temporaryPath()), "half");
     }
-    EXPECT_EQ(entryCount(folder.path()), 0U);
+    EXPECT_EQ(entryCount(folder.path()), 0);
 }
 
-}  // namespace
 }  // namespace pictal

@@ -1,7 +1,6 @@
 #include "PictalCore/Platform/Foundation/Folders.h"
 #include "Tests/Support/TemporaryFolder.h"
 
-#include <fstream>
 #include <set>
 
 #include <fcntl.h>
@@ -9,13 +8,8 @@
 #include <sys/stat.h>
 
 namespace pictal {
-namespace {
 
 namespace fs = std::filesystem;
-
-unsigned mode(const fs::path& path) {
-    return static_cast<unsigned>(fs::status(path).permissions());
-}
 
 TEST(Folders, ArePrivateAndNeitherFilesNorLinks) {
     const TemporaryFolder folder;
@@ -37,10 +31,9 @@ TEST(Folders, ArePrivateAndNeitherFilesNorLinks) {
     }
     EXPECT_EQ(mode(folder / "a"), 0755U);
     EXPECT_EQ(createPrivateFolder(folder / "file" / "x").error().code, std::errc::not_a_directory);
-    for (const char* name : {"absent", "file/x"})
-        EXPECT_EQ(contentsOfFolder(folder / name).error().code,
-                  std::errc::no_such_file_or_directory)
-            << name;
+    for (const fs::path& path : {folder / "absent", folder / "file" / "x"})
+        EXPECT_EQ(contentsOfFolder(path).error().code, std::errc::no_such_file_or_directory)
+            << path;
     ASSERT_TRUE(createPrivateFolder(folder / "link" / ".hidden")) << "a link above is followed";
     const auto entries = contentsOfFolder(folder / "a").value();
     EXPECT_EQ(std::set(entries.begin(), entries.end()),
@@ -60,5 +53,4 @@ TEST(Folders, DatesAreExactAndThoseOfLinksTheirOwn) {
     EXPECT_EQ(modificationDate(folder / "absent").value(), std::nullopt);
 }
 
-}  // namespace
 }  // namespace pictal

@@ -1,12 +1,11 @@
 #include "PictalCore/Platform/Foundation/InMemoryUserDefaults.h"
 #include "PictalCore/Platform/Foundation/SQLiteUserDefaults.h"
 #include "PictalCore/Platform/Foundation/detail/SQLiteDatabase.h"
+#include "Tests/Support/Bytes.h"
 #include "Tests/Support/Process.h"
 #include "Tests/Support/TemporaryFolder.h"
 
 #include <csignal>
-#include <fstream>
-#include <span>
 #include <thread>
 
 #include <gtest/gtest.h>
@@ -18,12 +17,9 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
+using namespace std::string_view_literals;
 using enum UserDefaultsError::Kind;
-
-UserDefaults::Data asData(std::string_view text) {
-    const auto bytes = std::as_bytes(std::span(text));
-    return {bytes.begin(), bytes.end()};
-}
+using Object = UserDefaults::Object;
 
 std::shared_ptr<SQLiteUserDefaults> opened(const fs::path& path,
                                            std::chrono::milliseconds busyTimeout = 10s) {
@@ -32,39 +28,25 @@ std::shared_ptr<SQLiteUserDefaults> opened(const fs::path& path,
     return *defaults;
 }
 
-std::string contents(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
-}
-
-unsigned mode(const fs::path& path) {
-    return static_cast<unsigned>(fs::status(path).permissions());
-}
-
-/// Runs the check in a child, which may give up root, hit limits or die.
-int statusInChild(const std::function<bool()>& check) {
-    const pid_t child = ::fork();
-    if (child == 0) ::_exit(check() ? 0 : 1);
-    int status = -1;
-    ::waitpid(child, &status, 0);
-    return status;
+/// Runs the checks in a child, which may give up root or set limits.
+void expectNoFailureInChild(const std::function<void()>& checks) {
+    EXPECT_EQ(statusInChild([&] { return checks(), !testing::Test::HasFailure(); }), 0);
 }
 
 void expectTypesAreKept(UserDefaults& defaults) {
-    const std::string_view oddKey("a\0é", 4);
     EXPECT_EQ(defaults.object("key"), std::nullopt);
-    ASSERT_TRUE(defaults.setObject("key", asData(std::string_view("a\0b", 3))));
-    EXPECT_EQ(defaults.data("key"), asData(std::string_view("a\0b", 3)));
-    ASSERT_TRUE(defaults.setObject("key", asData("")));
-    EXPECT_EQ(defaults.data("key"), asData("")) << "empty data is there";
+    ASSERT_TRUE(defaults.setObject("key", bytesOf("a\0b"sv)));
+    EXPECT_EQ(defaults.data("key"), bytesOf("a\0b"sv));
+    ASSERT_TRUE(defaults.setObject("key", bytesOf("")));
+    EXPECT_EQ(defaults.data("key"), bytesOf("")) << "empty data is there";
     ASSERT_TRUE(defaults.setObject("key", "text"));
     EXPECT_EQ(defaults.data("key"), std::nullopt) << "text is no data";
-    EXPECT_EQ(defaults.object("key"), UserDefaults::Object("text"));
+    EXPECT_EQ(defaults.object("key"), Object("text"));
     ASSERT_TRUE(defaults.setObject("", ""));
-    EXPECT_EQ(defaults.object(""), UserDefaults::Object(""));
-    ASSERT_TRUE(defaults.setObject(oddKey, "odd"));
+    EXPECT_EQ(defaults.object(""), Object(""));
+    ASSERT_TRUE(defaults.setObject("a\0é"sv, "odd"));
     EXPECT_EQ(defaults.object("a"), std::nullopt);
-    EXPECT_EQ(defaults.object(oddKey), UserDefaults::Object("odd"));
+    EXPECT_EQ(defaults.object("a\0é"sv), Object("odd"));
 }
 
 TEST(UserDefaults, KeepTheTypeOfAValue) {
@@ -72,7 +54,7 @@ TEST(UserDefaults, KeepTheTypeOfAValue) {
     expectTypesAreKept(inMemory);
     const TemporaryFolder folder;
     expectTypesAreKept(*opened(folder / "store"));
-    EXPECT_EQ(opened(folder / "store")->object("key"), UserDefaults::Object("text"));
+    EXPECT_EQ(opened(folder / "store")->object("key"), Object("text"));
 }
 
 TEST(SQLiteUserDefaults, TheFirstWriteMakesAPrivateFileInPrivateFolders) {
@@ -88,8 +70,7 @@ TEST(SQLiteUserDefaults, TheFirstWriteMakesAPrivateFileInPrivateFolders) {
     EXPECT_EQ(mode(path.parent_path()), 0700U);
     EXPECT_EQ(mode(folder / "new"), 0700U);
 
-    std::ofstream(folder / "empty")
-        .flush();  // as one that died right after making the file left it
+    std::ofstream(folder / "empty").flush();  // left by a process that died right then
     EXPECT_TRUE(opened(folder / "empty")->setObject("key", "text"));
 }
 
@@ -99,9 +80,13 @@ TEST(SQLiteUserDefaults, RefusesWhatIsNoSoundStoreAndLeavesItAlone) {
     std::ofstream(folder / "foreign").flush();
     ASSERT_TRUE(detail::SQLiteDatabase::open(folder / "foreign", 1s)
                     ->execute("CREATE TABLE user_defaults (key, value)"));
-    for (int i = 0; i < 50; ++i)
-        ASSERT_TRUE(opened(folder / "damaged")
-                        ->setObject(std::to_string(i), asData(std::string(1000, 'x'))));
+    auto large = opened(folder / "damaged");
+    ASSERT_TRUE(large->transaction([&] {
+        for (int i = 0; i < 50; ++i)
+            EXPECT_TRUE(large->setObject(std::to_string(i), UserDefaults::Data(1000)));
+        return true;
+    }));
+    large.reset();
     std::fstream(folder / "damaged").seekp(3 * 4096).write(std::string(4096, '\xEE').data(), 4096);
     fs::copy(folder / "damaged", folder / "truncated");
     fs::resize_file(folder / "truncated", 2 * 4096);
@@ -124,7 +109,7 @@ TEST(SQLiteUserDefaults, RefusesWhatIsNoSoundStoreAndLeavesItAlone) {
 
 TEST(SQLiteUserDefaults, TellsBusyFromAbsent) {
     const TemporaryFolder folder;
-    ASSERT_TRUE(opened(folder / "store")->setObject("key", asData("value")));
+    ASSERT_TRUE(opened(folder / "store")->setObject("key", bytesOf("value")));
     const auto defaults = opened(folder / "store", 1ms);
     const auto other = detail::SQLiteDatabase::open(folder / "store", 1ms);
     ASSERT_TRUE(other->execute("BEGIN EXCLUSIVE"));
@@ -133,7 +118,7 @@ TEST(SQLiteUserDefaults, TellsBusyFromAbsent) {
     EXPECT_EQ(defaults->transaction([] { return true; }).error().kind, busy);
     EXPECT_EQ(SQLiteUserDefaults::open(folder / "store", 1ms).error().kind, busy);
     ASSERT_TRUE(other->execute("COMMIT"));
-    EXPECT_EQ(defaults->data("key"), asData("value"));
+    EXPECT_EQ(defaults->data("key"), bytesOf("value"));
 }
 
 TEST(SQLiteUserDefaults, ATransactionIsKeptWholeOrNotAtAll) {
@@ -143,7 +128,7 @@ TEST(SQLiteUserDefaults, ATransactionIsKeptWholeOrNotAtAll) {
     for (const bool keep : {false, true}) {
         EXPECT_TRUE(defaults->transaction([&] {
             EXPECT_TRUE(defaults->setObject("a", "1") && defaults->setObject("b", "2"));
-            EXPECT_EQ(defaults->object("a"), UserDefaults::Object("1"));
+            EXPECT_EQ(defaults->object("a"), Object("1"));
             EXPECT_EQ(other->setObject("c", "3").error().kind, busy);
             EXPECT_EQ(defaults->transaction([] { return true; }).error().kind, inputOutput);
             return keep;
@@ -156,16 +141,16 @@ TEST(SQLiteUserDefaults, ATransactionIsKeptWholeOrNotAtAll) {
         throw std::runtime_error("given up");
     }),
                  std::runtime_error);
-    EXPECT_EQ(defaults->object("a"), UserDefaults::Object("1"));
+    EXPECT_EQ(defaults->object("a"), Object("1"));
 }
 
 TEST(SQLiteUserDefaults, TransactionsOfThreadsLoseNothing) {
-    const TemporaryFolder folder;
+    const TemporaryFolder folder(TemporaryFolder::inMemory());
     const auto shared = opened(folder / "store");
     const auto count = [](SQLiteUserDefaults& defaults) {
         for (int i = 0; i < 25; ++i) {
             const auto done = defaults.transaction([&] {
-                const auto size = defaults.data("count")->value_or(asData("")).size();
+                const auto size = defaults.data("count")->value_or(bytesOf("")).size();
                 return defaults.setObject("count", UserDefaults::Data(size + 1)).has_value();
             });
             EXPECT_TRUE(done) << done.error().description;
@@ -183,18 +168,14 @@ TEST(SQLiteUserDefaults, WhatIsWrittenOutlivesAKilledProcess) {
     const TemporaryFolder folder;
     const int status = statusInChild([&] {
         const auto defaults = opened(folder / "store");
-        if (!defaults->setObject("key", "written")) return false;
-        return defaults
-            ->transaction([&] {
-                // More than is held in memory, so that the file itself is half changed.
-                (void)defaults->setObject("key", std::string(20'000'000, 'x'));
-                ::raise(SIGKILL);
-                return true;
-            })
-            .has_value();
+        return defaults->setObject("key", "written") && defaults->transaction([&] {
+            // More than is held in memory, so that the file itself is half changed.
+            (void)defaults->setObject("key", std::string(20'000'000, 'x'));
+            return ::raise(SIGKILL) == 0;
+        });
     });
     ASSERT_TRUE(WIFSIGNALED(status));
-    EXPECT_EQ(opened(folder / "store")->object("key"), UserDefaults::Object("written"));
+    EXPECT_EQ(opened(folder / "store")->object("key"), Object("written"));
 }
 
 TEST(SQLiteUserDefaults, SaysWhenItMayNotReadOrWrite) {
@@ -204,37 +185,31 @@ TEST(SQLiteUserDefaults, SaysWhenItMayNotReadOrWrite) {
     fs::permissions(folder / "read-only", fs::perms(0444));
     fs::permissions(folder / "unreadable", fs::perms(0));
     fs::permissions(folder.path(), fs::perms(0555));
-    EXPECT_EQ(statusInChild([&] {
-                  if (!giveUpRoot()) return false;
-                  const auto readOnly = opened(folder / "read-only");
-                  EXPECT_EQ(readOnly->object("key"), UserDefaults::Object("text"));
-                  EXPECT_EQ(readOnly->setObject("key", "x").error().kind, notPermitted);
-                  EXPECT_EQ(SQLiteUserDefaults::open(folder / "unreadable").error().kind,
-                            notPermitted);
-                  EXPECT_EQ(opened(folder / "missing")->setObject("key", "x").error().description,
-                            (folder / "missing").string() + ": Permission denied");
-                  return !testing::Test::HasFailure();
-              }),
-              0);
+    expectNoFailureInChild([&] {
+        ASSERT_TRUE(giveUpRoot());
+        const auto readOnly = opened(folder / "read-only");
+        EXPECT_EQ(readOnly->object("key"), Object("text"));
+        EXPECT_EQ(readOnly->setObject("key", "x").error().kind, notPermitted);
+        EXPECT_EQ(SQLiteUserDefaults::open(folder / "unreadable").error().kind, notPermitted);
+        EXPECT_EQ(opened(folder / "missing")->setObject("key", "x").error().description,
+                  (folder / "missing").string() + ": Permission denied");
+    });
     fs::permissions(folder.path(), fs::perms(0755));
 }
 
 TEST(SQLiteUserDefaults, AFailedWriteLeavesTheOldValue) {
     const TemporaryFolder folder;
     ASSERT_TRUE(opened(folder / "store")->setObject("key", "old"));
-    EXPECT_EQ(statusInChild([&] {
-                  std::signal(SIGXFSZ, SIG_IGN);
-                  const rlimit limit{65536, 65536};
-                  ::setrlimit(RLIMIT_FSIZE, &limit);
-                  const auto defaults = opened(folder / "store");
-                  EXPECT_EQ(defaults->setObject("key", std::string(200'000, 'x')).error().kind,
-                            inputOutput);
-                  EXPECT_EQ(defaults->object("key"), UserDefaults::Object("old"));
-                  EXPECT_TRUE(defaults->setObject("key", "new"));
-                  return !testing::Test::HasFailure();
-              }),
-              0);
-    EXPECT_EQ(opened(folder / "store")->object("key"), UserDefaults::Object("new"));
+    expectNoFailureInChild([&] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{65536, 65536};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        const auto defaults = opened(folder / "store");
+        EXPECT_EQ(defaults->setObject("key", std::string(200'000, 'x')).error().kind, inputOutput);
+        EXPECT_EQ(defaults->object("key"), Object("old"));
+        EXPECT_TRUE(defaults->setObject("key", "new"));
+    });
+    EXPECT_EQ(opened(folder / "store")->object("key"), Object("new"));
 }
 
 }  // namespace
