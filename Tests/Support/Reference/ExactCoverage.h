@@ -15,20 +15,15 @@ namespace pictal::test {
 
 /// A convex polygon: cut by the four sides of the pixel, then the area between the corners.
 inline double polygonCoverage(std::vector<CGPoint> polygon, std::int64_t px, std::int64_t py) {
-    const auto x = static_cast<double>(px);
-    const auto y = static_cast<double>(py);
+    const auto x = static_cast<double>(px), y = static_cast<double>(py);
     const auto cut = [&](auto inside) {  // inside(point) is a signed distance
         std::vector<CGPoint> kept;
         for (std::size_t i = 0; i < polygon.size(); ++i) {
-            const CGPoint a = polygon[i];
-            const CGPoint b = polygon[(i + 1) % polygon.size()];
-            const double da = inside(a);
-            const double db = inside(b);
+            const CGPoint a = polygon[i], b = polygon[(i + 1) % polygon.size()];
+            const double da = inside(a), db = inside(b), t = da / (da - db);
             if (da >= 0) kept.push_back(a);
-            if ((da > 0 && db < 0) || (da < 0 && db > 0)) {
-                const double t = da / (da - db);
+            if ((da > 0 && db < 0) || (da < 0 && db > 0))
                 kept.push_back({a.x + (b.x - a.x) * t, a.y + (b.y - a.y) * t});
-            }
         }
         polygon = kept;
     };
@@ -38,16 +33,19 @@ inline double polygonCoverage(std::vector<CGPoint> polygon, std::int64_t px, std
     cut([&](CGPoint p) { return y + 1 - p.y; });
     double doubled = 0;
     for (std::size_t i = 0; i < polygon.size(); ++i) {
-        const CGPoint a = polygon[i];
-        const CGPoint b = polygon[(i + 1) % polygon.size()];
+        const CGPoint a = polygon[i], b = polygon[(i + 1) % polygon.size()];
         doubled += (a.x - x) * (b.y - y) - (b.x - x) * (a.y - y);
     }
     return std::abs(doubled) / 2;
 }
 
-/// 96 × 96 points of the unit square, each in a random place of its own cell.
-inline const std::vector<CGPoint>& samples() {
-    static const std::vector<CGPoint> points = [] {
+/// Whatever lies where `distance(point)` is negative, counted at 96 × 96 points of the pixel, each
+/// in a random place of its own cell: within about a tenth of a level of 255 for an edge at any
+/// angle.
+/// @param distance  to the edge, to be trusted where it is under 1 px
+template <class Distance>
+double sampledCoverage(Distance distance, std::int64_t px, std::int64_t py) {
+    static const std::vector<CGPoint> samples = [] {
         constexpr int side = 96;
         std::mt19937 random(7);
         std::uniform_real_distribution<double> unit(0, 1);
@@ -56,22 +54,12 @@ inline const std::vector<CGPoint>& samples() {
             all.push_back({(i / side + unit(random)) / side, (i % side + unit(random)) / side});
         return all;
     }();
-    return points;
-}
-
-/// Whatever lies where `distance(point)` is negative, counted at the samples: within about a tenth
-/// of a level of 255 for an edge at any angle.
-/// @param distance  to the edge, to be trusted where it is under 1 px
-template <class Distance>
-double sampledCoverage(Distance distance, std::int64_t px, std::int64_t py) {
-    const auto x = static_cast<double>(px);
-    const auto y = static_cast<double>(py);
+    const auto x = static_cast<double>(px), y = static_cast<double>(py);
     const double middle = distance(CGPoint{x + 0.5, y + 0.5});
     if (std::abs(middle) > 0.75) return middle < 0 ? 1 : 0;
-    const auto inside = std::ranges::count_if(samples(), [&](CGPoint sample) {
-        return distance(CGPoint{x + sample.x, y + sample.y}) < 0;
-    });
-    return static_cast<double>(inside) / static_cast<double>(samples().size());
+    const auto inside = std::ranges::count_if(
+        samples, [&](CGPoint at) { return distance(CGPoint{x + at.x, y + at.y}) < 0; });
+    return static_cast<double>(inside) / static_cast<double>(samples.size());
 }
 
 /// From a point to the polyline through `points`.
@@ -79,8 +67,7 @@ inline double distanceToPolyline(CGPoint p, std::span<const CGPoint> points) {
     double nearest = std::numeric_limits<double>::infinity();
     for (std::size_t i = 0; i < points.size(); ++i) {
         const CGPoint a = points[i > 0 ? i - 1 : 0];
-        const CGPoint d{points[i].x - a.x, points[i].y - a.y};
-        const CGPoint q{p.x - a.x, p.y - a.y};
+        const CGPoint d{points[i].x - a.x, points[i].y - a.y}, q{p.x - a.x, p.y - a.y};
         const double square = d.x * d.x + d.y * d.y;
         const double t = square > 0 ? std::clamp((q.x * d.x + q.y * d.y) / square, 0.0, 1.0) : 0;
         const CGPoint apart{q.x - t * d.x, q.y - t * d.y};

@@ -3,15 +3,14 @@
 #include "PictalCore/Platform/Graphics/detail/ColorProfile.h"
 #include "Tests/Support/PictureProbe.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
-
-#include <gtest/gtest.h>
 
 namespace pictal {
 namespace {
 
-using kernels::pixelOf;
+using namespace kernels;
 
 /// A wide space: the primaries of P3 with the white and the curve of sRGB.
 CGColorSpace wideSpace() {
@@ -20,25 +19,22 @@ CGColorSpace wideSpace() {
     return CGColorSpace::fromICCProfile(profile.value()).value();
 }
 
-double linear(double encoded) {
-    return encoded <= 0.04045 ? encoded / 12.92 : std::pow((encoded + 0.055) / 1.055, 2.4);
-}
-double encoded(double light) {
-    const double c = std::min(std::max(light, 0.0), 1.0);
-    return c <= 0.0031308 ? c * 12.92 : 1.055 * std::pow(c, 1 / 2.4) - 0.055;
-}
-
 /// By the matrix from linear P3 to linear sRGB, both D65.
 std::array<double, 3> toSRGB(const std::array<double, 3>& wide) {
     constexpr double matrix[3][3] = {{1.2249402, -0.2249402, 0},
                                      {-0.0420570, 1.0420570, 0},
                                      {-0.0196376, -0.0786361, 1.0982736}};
     std::array<double, 3> result{};
-    for (int row = 0; row < 3; ++row) {
+    for (std::size_t row = 0; row < 3; ++row) {
         double light = 0;
-        for (int column = 0; column < 3; ++column)
-            light += matrix[row][column] * linear(wide[static_cast<std::size_t>(column)] / 255);
-        result[static_cast<std::size_t>(row)] = encoded(light) * 255;
+        for (std::size_t i = 0; i < 3; ++i) {
+            const double c = wide[i] / 255;
+            light +=
+                matrix[row][i] * (c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4));
+        }
+        light = std::clamp(light, 0.0, 1.0);
+        result[row] =
+            255 * (light <= 0.0031308 ? light * 12.92 : 1.055 * std::pow(light, 1 / 2.4) - 0.055);
     }
     return result;
 }
@@ -46,22 +42,18 @@ std::array<double, 3> toSRGB(const std::array<double, 3>& wide) {
 TEST(ColorConversion, CarriesAWideSpaceToSRGB) {
     const auto conversion = detail::ColorConversion::make(wideSpace(), CGColorSpace::sRGB());
     ASSERT_TRUE(conversion);
-    for (const std::array<double, 3>& color : {std::array<double, 3>{0, 0, 0},
-                                               {255, 255, 255},
-                                               {128, 128, 128},
-                                               {100, 150, 200},
-                                               {255, 0, 0},
-                                               {200, 220, 40},
-                                               {30, 60, 20}}) {
-        const auto component = [&](std::size_t i) { return static_cast<std::uint32_t>(color[i]); };
-        const std::array row{pixelOf(component(0), component(1), component(2), 255)};
-        std::array<std::uint32_t, 1> out{};
-        conversion->convert(row, out);
-        const auto want = toSRGB(color);
-        EXPECT_NEAR(kernels::redOf(out[0]), want[0], 1.5) << color[0] << " " << color[1];
-        EXPECT_NEAR(kernels::greenOf(out[0]), want[1], 1.5) << color[0] << " " << color[1];
-        EXPECT_NEAR(kernels::blueOf(out[0]), want[2], 1.5) << color[0] << " " << color[1];
-        EXPECT_EQ(kernels::alphaOf(out[0]), 255U);
+    for (const std::uint32_t pixel :
+         {pixelOf(0, 0, 0, 255), pixelOf(255, 255, 255, 255), pixelOf(128, 128, 128, 255),
+          pixelOf(100, 150, 200, 255), pixelOf(255, 0, 0, 255), pixelOf(200, 220, 40, 255),
+          pixelOf(30, 60, 20, 255)}) {
+        std::uint32_t have = 0;
+        conversion->convert({&pixel, 1}, {&have, 1});
+        const auto want =
+            toSRGB({double(redOf(pixel)), double(greenOf(pixel)), double(blueOf(pixel))});
+        EXPECT_NEAR(redOf(have), want[0], 1.5) << pixelText(pixel);
+        EXPECT_NEAR(greenOf(have), want[1], 1.5) << pixelText(pixel);
+        EXPECT_NEAR(blueOf(have), want[2], 1.5) << pixelText(pixel);
+        EXPECT_EQ(alphaOf(have), 255U);
     }
 }
 
@@ -83,9 +75,7 @@ TEST(ColorConversion, DrawingConvertsOnceAndKeepsAlpha) {
     // Longer than one piece of the conversion, and translucent in its second half.
     const CGImage image = pictureOf(
         2500, 2,
-        [](std::int64_t x, std::int64_t) {
-            return kernels::premultiplied(pixelOf(100, 150, 200, x < 1250 ? 255 : 128));
-        },
+        [](auto x, auto) { return premultiplied(pixelOf(100, 150, 200, x < 1250 ? 255 : 128)); },
         wideSpace());
     auto context = BitmapContext::make(2500, 2, CGColorSpace::sRGB()).value();
     context.draw(image, CGRect(0, 0, 2500, 2));

@@ -30,17 +30,13 @@ TEST(Path, BoundsHoldAllPoints) {
     EXPECT_TRUE(path.boundingBox().isNull());
 }
 
-TEST(Path, LeavesOutNullRectangles) {
-    Path path;
+TEST(Path, LeavesOutNullRectanglesAndRadii) {
+    Path path, plain;
     path.addRect(CGRect::null());
     path.addEllipse(CGRect::null());
     path.addRoundedRect(CGRect::null(), 3);
     path.close();
     EXPECT_TRUE(path.isEmpty());
-}
-
-TEST(Path, RoundedRectangleWithoutRadiusIsARectangle) {
-    Path plain;
     plain.addRect({1, 2, 30, 40});
     for (const CGFloat radius : {0.0, -3.0, std::nan("")}) {
         Path rounded;

@@ -1,6 +1,7 @@
 #include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
 #include "PictalCore/Platform/Graphics/Kernels/FilterRows.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <random>
 #include <vector>
@@ -40,26 +41,28 @@ Bytes filtered(RowFilter filter, const Bytes& row, const Bytes& above, std::size
     return result;
 }
 
+std::mt19937 randomNumbers{20'240'503};
+
+Words randomWords(std::size_t size) {
+    Words words(size);
+    std::ranges::generate(words, [] { return static_cast<std::uint32_t>(randomNumbers()); });
+    return words;
+}
+/// With a margin of zeros before the bytes.
+Bytes randomRow(std::size_t size) {
+    Bytes row(rowMargin);
+    for (const std::uint32_t word : randomWords(size))
+        row.push_back(static_cast<std::uint8_t>(word));
+    return row;
+}
+
 class FilterRows : public testing::TestWithParam<Level> {
   protected:
     void SetUp() override {
         if (!isAvailable(GetParam())) GTEST_SKIP() << "this processor has no such level";
     }
-    Bytes randomRow(std::size_t size) {
-        Bytes row(rowMargin);
-        while (row.size() < rowMargin + size)
-            row.push_back(static_cast<std::uint8_t>(random_()));
-        return row;
-    }
-    Words randomWords(std::size_t size) {
-        Words words(size);
-        for (std::uint32_t& word : words)
-            word = static_cast<std::uint32_t>(random_());
-        return words;
-    }
 
     const FilterRowKernels& kernels_ = filterRowKernels(GetParam());
-    std::mt19937 random_{20'240'503};
 };
 
 INSTANTIATE_TEST_SUITE_P(EveryLevel, FilterRows, testing::ValuesIn(allLevels));
@@ -68,18 +71,16 @@ TEST_P(FilterRows, FiltersAndTheirCostsAreThoseOfTheStandard) {
     for (std::size_t size = 1; size <= 600; size += size < 130 ? 1 : 47)
         for (const std::size_t pixel : {3U, 4U}) {
             const Bytes row = randomRow(size), above = randomRow(size);
-            const auto costs = kernels_.filterCosts(std::span(row).subspan(rowMargin),
-                                                    above.data() + rowMargin, pixel);
+            const auto bytes = std::span(row).subspan(rowMargin);
+            const auto costs = kernels_.filterCosts(bytes, &above[rowMargin], pixel);
             for (std::size_t f = 0; f < rowFilterCount; ++f) {
                 const auto filter = static_cast<RowFilter>(f);
-                Bytes expected = filtered(filter, row, above, pixel);
+                Bytes expected = filtered(filter, row, above, pixel), result(size + 64, 0xA5);
                 std::uint64_t cost = 0;
                 for (const std::uint8_t byte : expected)
                     cost += static_cast<std::uint64_t>(std::abs(static_cast<std::int8_t>(byte)));
                 EXPECT_EQ(costs[f], cost) << "size " << size << ", filter " << f;
-                Bytes result(size + 64, 0xA5);
-                kernels_.filter(filter, std::span(row).subspan(rowMargin), above.data() + rowMargin,
-                                pixel, result.data());
+                kernels_.filter(filter, bytes, &above[rowMargin], pixel, result.data());
                 expected.resize(size + 64, 0xA5);  // nothing behind the end
                 EXPECT_EQ(result, expected) << "size " << size << ", filter " << f;
             }
@@ -88,9 +89,8 @@ TEST_P(FilterRows, FiltersAndTheirCostsAreThoseOfTheStandard) {
 
 TEST_P(FilterRows, AlphaGoesOutAndInExactlyForEveryPair) {
     Words pixels;
-    for (std::uint32_t alpha = 0; alpha < 256; ++alpha)
-        for (std::uint32_t c = 0; c < 256; ++c)
-            pixels.push_back(pixelOf(c, 255 - c, c / 2, alpha));
+    for (std::uint32_t i = 0; i < 65536; ++i)
+        pixels.push_back(pixelOf(i & 255, 255 - (i & 255), (i & 255) / 2, i >> 8));
     Words straight(pixels.size()), back(pixels.size());
     kernels_.unpremultiply(pixels, straight);
     kernels_.premultiply(pixels, back);
@@ -103,19 +103,16 @@ TEST_P(FilterRows, AlphaGoesOutAndInExactlyForEveryPair) {
 TEST_P(FilterRows, PacksAndCountsAtEveryWidth) {
     for (std::size_t width = 1; width <= 130; ++width) {
         Words row = randomWords(width), above = randomWords(width);
-        for (std::size_t i = 0; i < width; ++i) {
-            if (i % 3 == 1) row[i] = row[i - 1];
-            if (i % 5 == 0) row[i] = above[i];
-        }
         Bytes expected, packed(width * 3 + 64, 0xA5);
         std::size_t lefts = 0, both = 0;
         for (std::size_t i = 0; i < width; ++i) {
-            const std::uint32_t pixel = row[i];
+            if (i % 3 == 1) row[i] = row[i - 1];
+            if (i % 5 == 0) row[i] = above[i];
             for (int shift = 0; shift < 24; shift += 8)
-                expected.push_back(static_cast<std::uint8_t>(pixel >> shift));
-            const bool likeLeft = i > 0 && row[i - 1] == pixel;
+                expected.push_back(static_cast<std::uint8_t>(row[i] >> shift));
+            const bool likeLeft = i > 0 && row[i - 1] == row[i];
             lefts += likeLeft ? 1 : 0;
-            both += likeLeft || above[i] == pixel ? 1 : 0;
+            both += likeLeft || above[i] == row[i] ? 1 : 0;
         }
         expected.resize(packed.size(), 0xA5);
         kernels_.packRGB(row, packed.data());
@@ -126,30 +123,22 @@ TEST_P(FilterRows, PacksAndCountsAtEveryWidth) {
 }
 
 TEST(UnfilterRows, UndoesEveryFilter) {
-    std::mt19937 random(20'240'504);
     for (std::size_t width = 1; width <= 130; ++width)
         for (const std::size_t pixel : {3U, 4U})
             for (std::size_t f = 0; f < rowFilterCount; ++f) {
                 const auto filter = static_cast<RowFilter>(f);
-                Bytes row(rowMargin), above(rowMargin);
-                Words aboveWords, expected, result(width + 4, 0xA5A5A5A5);
-                for (std::size_t i = 0; i < width; ++i) {
-                    std::uint32_t words[2];
-                    for (std::uint32_t& word : words) {
-                        word = static_cast<std::uint32_t>(random());
-                        if (pixel == 3) word |= 0xFF000000;
-                    }
-                    expected.push_back(words[0]);
-                    aboveWords.push_back(words[1]);
-                    for (std::size_t c = 0; c < pixel; ++c) {
-                        row.push_back(static_cast<std::uint8_t>(words[0] >> (8 * c)));
-                        above.push_back(static_cast<std::uint8_t>(words[1] >> (8 * c)));
-                    }
-                }
+                const Bytes row = randomRow(width * pixel), above = randomRow(width * pixel);
+                const auto wordsOf = [&](const Bytes& bytes) {
+                    Words words(width, pixel == 3 ? 0xFF000000 : 0);
+                    for (std::size_t i = 0; i < width * pixel; ++i)
+                        words[i / pixel] |= std::uint32_t{bytes[rowMargin + i]} << 8 * (i % pixel);
+                    return words;
+                };
                 Bytes stored = filtered(filter, row, above, pixel);
                 stored.push_back(0x5A);
+                Words expected = wordsOf(row), result(width + 4, 0xA5A5A5A5);
                 const auto undo = pixel == 3 ? unfilterRGB : unfilterRGBA;
-                undo(filter, stored.data(), aboveWords, std::span(result).first(width));
+                undo(filter, stored.data(), wordsOf(above), std::span(result).first(width));
                 expected.resize(width + 4, 0xA5A5A5A5);
                 EXPECT_EQ(result, expected) << "width " << width << ", filter " << f;
             }
