@@ -9,201 +9,107 @@ namespace pictal {
 namespace {
 
 using Bytes = PNGBuilder::Bytes;
+using Chunks = std::vector<std::pair<const char*, Bytes>>;
 
-Bytes bytesOf(const std::vector<std::byte>& profile) {
-    Bytes bytes;
-    for (const std::byte byte : profile)
-        bytes.push_back(std::to_integer<std::uint8_t>(byte));
-    return bytes;
+Bytes bytesOf(std::span<const std::byte> profile) {
+    const auto* const first = reinterpret_cast<const std::uint8_t*>(profile.data());
+    return {first, first + profile.size()};
 }
 
-/// The contents of an iCCP chunk.
 Bytes profileChunk(const Bytes& profile) {
     Bytes data{'x', 0, 0};
-    const Bytes stream = PNGBuilder::compressed(profile);
-    data.insert(data.end(), stream.begin(), stream.end());
+    PNGBuilder::append(data, PNGBuilder::compressed(profile));
     return data;
-}
-
-/// The first pixel of a file, converted to sRGB.
-std::uint32_t firstPixelInSRGB(const CGImage& image) {
-    std::uint32_t pixel = 0;
-    detail::ColorConversion::make(image.colorSpace(), CGColorSpace::sRGB())
-        ->convert(image.row(0).first(1), {&pixel, 1});
-    return pixel;
 }
 
 const Bytes linearRGB = bytesOf(*detail::makeRGBProfile({}, 1.0));
 const Bytes linearGrey = bytesOf(*detail::makeGreyProfile(1.0));
-const Bytes sRGBColors =
-    PNGBuilder::numbers({31270, 32900, 64000, 33000, 30000, 60000, 15000, 6000});
-const Bytes displayP3Colors =
-    PNGBuilder::numbers({31270, 32900, 68000, 32000, 26500, 69000, 15000, 6000});
+const Bytes gammaOne = PNGBuilder::numbers({100'000});
 
 enum class Space { device, standard, profile };
 
-struct ColorRow {
-    const char* name;
-    int colorType;
-    std::vector<std::pair<const char*, Bytes>> chunks;
-    Bytes pixel;
-    Space space;
-    std::uint32_t inSRGB;
-    const char* description;
-};
+/// Reads a picture of one pixel behind some chunks: its space, the pixel in sRGB, and its space's
+/// description.
+void expectColor(const char* name, int colorType, const Chunks& chunks, const Bytes& pixel,
+                 Space space, std::uint32_t inSRGB, const char* description) {
+    PNGBuilder file(1, 1, colorType, 8);
+    for (const auto& [type, data] : chunks)
+        file.chunk(type, data);
+    Bytes filtered{0};
+    PNGBuilder::append(filtered, pixel);
+    const auto bytes = file.rows(filtered).build();
+    const auto image = PNG::read(bytes);
+    ASSERT_TRUE(image) << name << ": " << image.error().description();
+    EXPECT_EQ(image->colorSpace().isDeviceRGB(), space == Space::device) << name;
+    EXPECT_EQ(image->colorSpace().isSRGB(), space == Space::standard) << name;
+    std::uint32_t converted = 0;
+    detail::ColorConversion::make(image->colorSpace(), CGColorSpace::sRGB())
+        ->convert(image->row(0), {&converted, 1});
+    EXPECT_EQ(converted, inSRGB) << name;
+    EXPECT_EQ(PNG::readInfo(bytes)->colorSpace, description) << name;
+}
 
 TEST(PNGColor, ChunksSayWhatTheNumbersMean) {
+    using enum Space;
     // Half of the light is 188 in sRGB: 1.055 × (128 / 255) ^ (1 / 2.4) − 0.055 = 0.7366.
-    const Bytes half{128, 128, 128};
-    const Bytes gammaOne = PNGBuilder::number(100'000);
-    const ColorRow table[] = {
-        {"nothing", 2, {}, half, Space::device, 0xFF808080, "untagged"},
-        {"sRGB", 2, {{"sRGB", {0}}}, half, Space::standard, 0xFF808080, "sRGB"},
-        {"gamma of sRGB",
-         2,
-         {{"gAMA", PNGBuilder::number(45'455)}},
-         half,
-         Space::standard,
-         0xFF808080,
-         "gamma 0.4545"},
-        {"gamma and colours of sRGB",
-         2,
-         {{"gAMA", PNGBuilder::number(45'455)}, {"cHRM", sRGBColors}},
-         half,
-         Space::standard,
-         0xFF808080,
-         "gamma 0.4545, chromaticities"},
-        {"gamma 1", 2, {{"gAMA", gammaOne}}, half, Space::profile, 0xFFBCBCBC, "gamma 1.0000"},
-        {"gamma 0",
-         2,
-         {{"gAMA", PNGBuilder::number(0)}},
-         half,
-         Space::device,
-         0xFF808080,
-         "untagged"},
-        // Display P3's (200, 100, 50) is sRGB's (215, 93, 31), by the matrices of its primaries.
-        {"wide colours",
-         2,
-         {{"cHRM", displayP3Colors}},
-         {200, 100, 50},
-         Space::profile,
-         0xFF1F5DD7,
-         "chromaticities"},
-        {"impossible colours",
-         2,
-         {{"cHRM", Bytes(32)}},
-         half,
-         Space::device,
-         0xFF808080,
-         "untagged"},
-        {"a profile before sRGB",
-         2,
-         {{"iCCP", profileChunk(linearRGB)}, {"sRGB", {0}}},
-         half,
-         Space::profile,
-         0xFFBCBCBC,
-         "ICC profile RGB built-in"},
-        {"sRGB before gamma",
-         2,
-         {{"gAMA", gammaOne}, {"sRGB", {0}}},
-         half,
-         Space::standard,
-         0xFF808080,
-         "sRGB"},
-        {"a profile that is none",
-         2,
-         {{"iCCP", profileChunk({1, 2, 3})}},
-         half,
-         Space::device,
-         0xFF808080,
-         "untagged"},
-        {"a profile that is not compressed",
-         2,
-         {{"iCCP", {'x', 0, 0, 1, 2}}},
-         half,
-         Space::device,
-         0xFF808080,
-         "untagged"},
-        {"a profile of grey for colours",
-         2,
-         {{"iCCP", profileChunk(linearGrey)}},
-         half,
-         Space::device,
-         0xFF808080,
-         "untagged"},
-        {"grey, nothing", 0, {}, {128}, Space::device, 0xFF808080, "untagged"},
-        {"grey, sRGB", 0, {{"sRGB", {0}}}, {128}, Space::standard, 0xFF808080, "sRGB"},
-        {"grey, gamma 1",
-         0,
-         {{"gAMA", gammaOne}},
-         {128},
-         Space::standard,
-         0xFFBCBCBC,
-         "gamma 1.0000"},
-        {"grey, a profile",
-         0,
-         {{"iCCP", profileChunk(linearGrey)}},
-         {128},
-         Space::standard,
-         0xFFBCBCBC,
-         "ICC profile gray built-in"},
-        {"grey, a profile of colours",
-         0,
-         {{"iCCP", profileChunk(linearRGB)}},
-         {128},
-         Space::device,
-         0xFF808080,
-         "untagged"},
-        // 188 × 0.5 = 94.2 (0x80 / 255 = 0.502, 187.83 × 0.502 = 94.28)
-        {"grey alpha, gamma 1",
-         4,
-         {{"gAMA", gammaOne}},
-         {128, 128},
-         Space::standard,
-         0x805E5E5E,
-         "gamma 1.0000"},
+    constexpr std::uint32_t same = 0xFF808080, lighter = 0xFFBCBCBC;
+    const auto rgb = [](const char* name, const Chunks& chunks, Space space, std::uint32_t inSRGB,
+                        const char* description) {
+        expectColor(name, 2, chunks, {128, 128, 128}, space, inSRGB, description);
     };
-    for (const ColorRow& row : table) {
-        PNGBuilder file(1, 1, row.colorType, 8);
-        for (const auto& [type, data] : row.chunks)
-            file.chunk(type, data);
-        Bytes filtered{0};
-        filtered.insert(filtered.end(), row.pixel.begin(), row.pixel.end());
-        const auto bytes = file.rows(filtered).build();
-        const auto image = PNG::read(bytes);
-        ASSERT_TRUE(image) << row.name << ": " << image.error().description();
-        EXPECT_EQ(image->colorSpace().isDeviceRGB(), row.space == Space::device) << row.name;
-        EXPECT_EQ(image->colorSpace().isSRGB(), row.space == Space::standard) << row.name;
-        EXPECT_EQ(firstPixelInSRGB(*image), row.inSRGB) << row.name;
-        EXPECT_EQ(PNG::readInfo(bytes)->colorSpace, row.description) << row.name;
-    }
+    const auto grey = [](const char* name, const Chunks& chunks, Space space, std::uint32_t inSRGB,
+                         const char* description) {
+        expectColor(name, 0, chunks, {128}, space, inSRGB, description);
+    };
+    const Bytes usual = PNGBuilder::numbers({45'455}), none = PNGBuilder::numbers({0});
+    const Bytes sRGBColors =
+        PNGBuilder::numbers({31270, 32900, 64000, 33000, 30000, 60000, 15000, 6000});
+    const Bytes displayP3Colors =
+        PNGBuilder::numbers({31270, 32900, 68000, 32000, 26500, 69000, 15000, 6000});
+    rgb("nothing", {}, device, same, "untagged");
+    rgb("sRGB", {{"sRGB", {0}}}, standard, same, "sRGB");
+    rgb("gamma of sRGB", {{"gAMA", usual}}, standard, same, "gamma 0.4545");
+    rgb("gamma and colours of sRGB", {{"gAMA", usual}, {"cHRM", sRGBColors}}, standard, same,
+        "gamma 0.4545, chromaticities");
+    rgb("gamma 1", {{"gAMA", gammaOne}}, profile, lighter, "gamma 1.0000");
+    rgb("gamma 0", {{"gAMA", none}}, device, same, "untagged");
+    // Display P3's (200, 100, 50) is sRGB's (215, 93, 31), by the matrices of its primaries.
+    expectColor("wide colours", 2, {{"cHRM", displayP3Colors}}, {200, 100, 50}, profile, 0xFF1F5DD7,
+                "chromaticities");
+    rgb("impossible colours", {{"cHRM", Bytes(32)}}, device, same, "untagged");
+    rgb("a profile before sRGB", {{"iCCP", profileChunk(linearRGB)}, {"sRGB", {0}}}, profile,
+        lighter, "ICC profile RGB built-in");
+    rgb("sRGB before gamma", {{"gAMA", gammaOne}, {"sRGB", {0}}}, standard, same, "sRGB");
+    rgb("no profile", {{"iCCP", profileChunk({1, 2, 3})}}, device, same, "untagged");
+    rgb("not compressed", {{"iCCP", {'x', 0, 0, 1, 2}}}, device, same, "untagged");
+    rgb("grey's profile", {{"iCCP", profileChunk(linearGrey)}}, device, same, "untagged");
+    grey("grey, nothing", {}, device, same, "untagged");
+    grey("grey, sRGB", {{"sRGB", {0}}}, standard, same, "sRGB");
+    grey("grey, gamma 1", {{"gAMA", gammaOne}}, standard, lighter, "gamma 1.0000");
+    grey("grey, a profile", {{"iCCP", profileChunk(linearGrey)}}, standard, lighter,
+         "ICC profile gray built-in");
+    grey("colours' profile", {{"iCCP", profileChunk(linearRGB)}}, device, same, "untagged");
+    // 188 × 0.5 = 94.2 (0x80 / 255 = 0.502, 187.83 × 0.502 = 94.28)
+    expectColor("grey alpha, gamma 1", 4, {{"gAMA", gammaOne}}, {128, 128}, standard, 0x805E5E5E,
+                "gamma 1.0000");
 }
 
 TEST(PNGColor, WideGreyGoesThroughItsProfileInSixteenBits) {
     // 0x8080 is 128 of 255 exactly; 188 again. Black and white stay.
-    const auto image = PNG::read(PNGBuilder(3, 1, 0, 16)
-                                     .chunk("gAMA", PNGBuilder::number(100'000))
-                                     .rows({0, 0, 0, 0x80, 0x80, 0xFF, 0xFF})
-                                     .build());
+    const Bytes row{0, 0, 0, 0x80, 0x80, 0xFF, 0xFF};
+    const auto image = PNG::read(PNGBuilder(3, 1, 0, 16).chunk("gAMA", gammaOne).rows(row).build());
     ASSERT_TRUE(image);
-    EXPECT_EQ(image->row(0)[0], 0xFF000000);
-    EXPECT_EQ(image->row(0)[1], 0xFFBCBCBC);
-    EXPECT_EQ(image->row(0)[2], 0xFFFFFFFF);
+    EXPECT_TRUE(std::ranges::equal(image->row(0), std::array{0xFF000000, 0xFFBCBCBC, 0xFFFFFFFF}));
 }
 
 TEST(PNGColor, AProfileIsKeptByteForByte) {
-    const auto image = PNG::read(PNGBuilder(1, 1, 6, 8)
-                                     .chunk("iCCP", profileChunk(linearRGB))
-                                     .rows({0, 1, 2, 3, 255})
-                                     .build());
+    const Bytes chunk = profileChunk(linearRGB), row{0, 1, 2, 3, 255};
+    const auto image = PNG::read(PNGBuilder(1, 1, 6, 8).chunk("iCCP", chunk).rows(row).build());
     ASSERT_TRUE(image);
-    const auto kept = image->colorSpace().iccProfile();
-    EXPECT_EQ(bytesOf({kept.begin(), kept.end()}), linearRGB);
-    const auto again = PNG::read(*PNG::write(*image));
-    EXPECT_EQ(again->colorSpace(), image->colorSpace());
-    EXPECT_EQ(PNG::read(*PNG::write(*PNG::read(PNGBuilder(1, 1, 2, 8).rows({0, 1, 2, 3}).build())))
-                  ->colorSpace(),
-              CGColorSpace::deviceRGB());
+    EXPECT_EQ(bytesOf(image->colorSpace().iccProfile()), linearRGB);
+    EXPECT_EQ(PNG::read(*PNG::write(*image))->colorSpace(), image->colorSpace());
+    const auto untagged = PNG::read(PNGBuilder(1, 1, 6, 8).rows(row).build());
+    EXPECT_EQ(PNG::read(*PNG::write(*untagged))->colorSpace(), CGColorSpace::deviceRGB());
 }
 
 }  // namespace

@@ -7,92 +7,57 @@ namespace pictal {
 namespace {
 
 using Bytes = PNGBuilder::Bytes;
+using Words = std::vector<std::uint32_t>;
 
-std::vector<std::uint32_t> pixelsOf(const CGImage& image) {
-    std::vector<std::uint32_t> pixels;
+Words pixelsOf(const CGImage& image) {
+    Words pixels;
     for (std::int64_t y = 0; y < image.height(); ++y)
         pixels.insert(pixels.end(), image.row(y).begin(), image.row(y).end());
     return pixels;
 }
 
-/// A file of one row, unfiltered, and its pixels as words: alpha, blue, green, red.
-struct KindRow {
-    const char* name;
-    int colorType, bitDepth;
-    std::uint32_t width;
-    std::initializer_list<std::uint8_t> palette, transparency, row;
-    std::initializer_list<std::uint32_t> pixels;
-};
+/// Reads one row, unfiltered; its pixels are words: alpha, blue, green, red.
+void expectPixels(const char* name, int colorType, int bitDepth, std::uint32_t width,
+                  const Bytes& palette, const Bytes& transparency, const Bytes& row,
+                  const Words& pixels) {
+    PNGBuilder file(width, 1, colorType, bitDepth);
+    if (!palette.empty()) file.chunk("PLTE", palette);
+    if (!transparency.empty()) file.chunk("tRNS", transparency);
+    Bytes filtered{0};
+    PNGBuilder::append(filtered, row);
+    const auto image = PNG::read(file.rows(filtered).build());
+    ASSERT_TRUE(image) << name << ": " << image.error().description();
+    EXPECT_EQ(pixelsOf(*image), pixels) << name;
+    EXPECT_TRUE(image->colorSpace().isDeviceRGB()) << name;
+}
 
 TEST(PNGRead, EveryKindBecomesPremultipliedPixelsRoundedOnce) {
-    const KindRow table[] = {
-        {"grey 1", 0, 1, 3, {}, {}, {0b1010'0000}, {0xFFFFFFFF, 0xFF000000, 0xFFFFFFFF}},
-        {"grey 2",
-         0,
-         2,
-         4,
-         {},
-         {},
-         {0b0001'1011},
-         {0xFF000000, 0xFF555555, 0xFFAAAAAA, 0xFFFFFFFF}},
-        {"grey 4", 0, 4, 3, {}, {}, {0x1F, 0x80}, {0xFF111111, 0xFFFFFFFF, 0xFF888888}},
-        {"grey 8 with a key", 0, 8, 2, {}, {0, 7}, {7, 8}, {0, 0xFF080808}},
-        // 384 / 257 = 1.494, 386 / 257 = 1.502
-        {"grey 16", 0, 16, 2, {}, {}, {0x01, 0x80, 0x01, 0x82}, {0xFF010101, 0xFF020202}},
-        {"grey 16 with a key",
-         0,
-         16,
-         2,
-         {},
-         {0x12, 0x34},
-         {0x12, 0x34, 0x12, 0x35},
-         {0, 0xFF121212}},
-        {"rgb 8", 2, 8, 2, {}, {}, {1, 2, 3, 250, 251, 252}, {0xFF030201, 0xFFFCFBFA}},
-        {"rgb 8 with a key", 2, 8, 2, {}, {0, 1, 0, 2, 0, 3}, {1, 2, 3, 1, 2, 4}, {0, 0xFF040201}},
-        {"rgb 16", 2, 16, 1, {}, {}, {0x01, 0x80, 0x01, 0x82, 0xFF, 0xFF}, {0xFFFF0201}},
-        {"palette 1", 3, 1, 2, {9, 8, 7, 1, 2, 3}, {}, {0b0100'0000}, {0xFF070809, 0xFF030201}},
-        {"palette 4, translucent",
-         3,
-         4,
-         2,
-         {255, 100, 0, 1, 2, 3},
-         {128},
-         {0x01},
-         {0x80003280, 0xFF030201}},
-        {"palette 2, beyond its end",
-         3,
-         2,
-         2,
-         {9, 8, 7},
-         {},
-         {0b0011'0000},
-         {0xFF070809, 0xFF000000}},
-        // 200 × 100 / 255 = 78.43, 7 × 100 / 255 = 2.745
-        {"grey alpha 8", 4, 8, 2, {}, {}, {200, 100, 7, 100}, {0x644E4E4E, 0x64030303}},
-        // 0x8000 is 127.502 of 255
-        {"grey alpha 16", 4, 16, 1, {}, {}, {0xFF, 0xFF, 0x80, 0x00}, {0x80808080}},
-        {"rgba 8", 6, 8, 2, {}, {}, {200, 7, 255, 100, 9, 9, 9, 0}, {0x6464034E, 0}},
-        // Red 1.502 × 0.25 = 0.38 is 0; rounded twice it would be 2 × 64 / 255 = 0.502, so 1.
-        {"rgba 16",
-         6,
-         16,
-         1,
-         {},
-         {},
-         {0x01, 0x82, 0x80, 0x00, 0xFF, 0xFF, 0x40, 0x00},
-         {0x40402000}},
-    };
-    for (const KindRow& row : table) {
-        PNGBuilder file(row.width, 1, row.colorType, row.bitDepth);
-        if (row.palette.size() > 0) file.chunk("PLTE", row.palette);
-        if (row.transparency.size() > 0) file.chunk("tRNS", row.transparency);
-        Bytes filtered{0};
-        filtered.insert(filtered.end(), row.row);
-        const auto image = PNG::read(file.rows(filtered).build());
-        ASSERT_TRUE(image) << row.name << ": " << image.error().description();
-        EXPECT_EQ(pixelsOf(*image), std::vector(row.pixels)) << row.name;
-        EXPECT_TRUE(image->colorSpace().isDeviceRGB()) << row.name;
-    }
+    const auto check = expectPixels;
+    check("grey 1", 0, 1, 3, {}, {}, {0b1010'0000}, {0xFFFFFFFF, 0xFF000000, 0xFFFFFFFF});
+    check("grey 2", 0, 2, 4, {}, {}, {0b0001'1011},
+          {0xFF000000, 0xFF555555, 0xFFAAAAAA, 0xFFFFFFFF});
+    check("grey 4", 0, 4, 3, {}, {}, {0x1F, 0x80}, {0xFF111111, 0xFFFFFFFF, 0xFF888888});
+    check("grey 8 with a key", 0, 8, 2, {}, {0, 7}, {7, 8}, {0, 0xFF080808});
+    // 384 / 257 = 1.494, 386 / 257 = 1.502
+    check("grey 16", 0, 16, 2, {}, {}, {0x01, 0x80, 0x01, 0x82}, {0xFF010101, 0xFF020202});
+    check("grey 16 with a key", 0, 16, 2, {}, {0x12, 0x34}, {0x12, 0x34, 0x12, 0x35},
+          {0, 0xFF121212});
+    check("rgb 8", 2, 8, 2, {}, {}, {1, 2, 3, 250, 251, 252}, {0xFF030201, 0xFFFCFBFA});
+    check("rgb 8 with a key", 2, 8, 2, {}, {0, 1, 0, 2, 0, 3}, {1, 2, 3, 1, 2, 4}, {0, 0xFF040201});
+    check("rgb 16", 2, 16, 1, {}, {}, {0x01, 0x80, 0x01, 0x82, 0xFF, 0xFF}, {0xFFFF0201});
+    check("palette 1", 3, 1, 2, {9, 8, 7, 1, 2, 3}, {}, {0b0100'0000}, {0xFF070809, 0xFF030201});
+    check("palette 4, translucent", 3, 4, 2, {255, 100, 0, 1, 2, 3}, {128}, {0x01},
+          {0x80003280, 0xFF030201});
+    check("palette 2, beyond its end", 3, 2, 2, {9, 8, 7}, {}, {0b0011'0000},
+          {0xFF070809, 0xFF000000});
+    // 200 × 100 / 255 = 78.43, 7 × 100 / 255 = 2.745
+    check("grey alpha 8", 4, 8, 2, {}, {}, {200, 100, 7, 100}, {0x644E4E4E, 0x64030303});
+    // 0x8000 is 127.502 of 255
+    check("grey alpha 16", 4, 16, 1, {}, {}, {0xFF, 0xFF, 0x80, 0x00}, {0x80808080});
+    check("rgba 8", 6, 8, 2, {}, {}, {200, 7, 255, 100, 9, 9, 9, 0}, {0x6464034E, 0});
+    // Red 1.502 × 0.25 = 0.38 is 0; rounded twice it would be 2 × 64 / 255 = 0.502, so 1.
+    check("rgba 16", 6, 16, 1, {}, {}, {0x01, 0x82, 0x80, 0x00, 0xFF, 0xFF, 0x40, 0x00},
+          {0x40402000});
 }
 
 /// Which pass of an interlaced file holds a pixel, from the standard's figure.
@@ -103,15 +68,14 @@ TEST(PNGRead, InterlacedPicturesOfEverySmallSize) {
     for (std::uint32_t width = 1; width <= 10; ++width)
         for (std::uint32_t height = 1; height <= 10; ++height) {
             Bytes filtered;
-            std::vector<std::uint32_t> expected;
-            const auto level = [&](std::uint32_t x, std::uint32_t y) { return y * width + x; };
+            Words expected;
             for (int pass = 1; pass <= 7; ++pass)
                 for (std::uint32_t y = 0; y < height; ++y) {
                     Bytes row{0};
                     for (std::uint32_t x = 0; x < width; ++x)
                         if (passes[y % 8][x % 8] == '0' + pass)
-                            row.push_back(static_cast<std::uint8_t>(level(x, y)));
-                    if (row.size() > 1) filtered.insert(filtered.end(), row.begin(), row.end());
+                            row.push_back(static_cast<std::uint8_t>(y * width + x));
+                    if (row.size() > 1) PNGBuilder::append(filtered, row);
                 }
             for (std::uint32_t i = 0; i < width * height; ++i)
                 expected.push_back(0xFF000000 | i * 0x010101);
@@ -123,16 +87,14 @@ TEST(PNGRead, InterlacedPicturesOfEverySmallSize) {
 
 TEST(PNGRead, ReadsInfoWithoutPixels) {
     const auto bytes = PNGBuilder(70'000, 3, 3, 4, 1)
-                           .chunk("gAMA", PNGBuilder::number(55'000))
+                           .chunk("gAMA", PNGBuilder::numbers({55'000}))
                            .chunk("PLTE", {1, 2, 3})
                            .chunk("tRNS", {7})
                            .chunk("IDAT", {1, 2, 3})
                            .build();
     const auto info = PNG::readInfo(std::span(bytes).first(bytes.size() - 16));
     ASSERT_TRUE(info) << info.error().description();
-    EXPECT_EQ(info->width, 70'000);
-    EXPECT_EQ(info->height, 3);
-    EXPECT_EQ(info->bitDepth, 4);
+    EXPECT_EQ(std::tie(info->width, info->height, info->bitDepth), std::tuple(70'000, 3, 4));
     EXPECT_EQ(info->colorType, PNG::ColorType::palette);
     EXPECT_TRUE(info->interlaced && info->hasAlpha);
     EXPECT_EQ(info->colorSpace, "gamma 0.5500");

@@ -5,43 +5,30 @@
 
 #include <fstream>
 
-#include <gtest/gtest.h>
-
 namespace pictal {
 namespace {
 
 using PNG::RowWriter;
 using PNG::WriteError;
 
-/// Keeps the file, and how large its pieces were at most.
-struct Collector {
-    std::vector<std::byte> bytes;
-    std::size_t largest = 0;
-
-    RowWriter::Sink sink() {
-        return [this](std::span<const std::byte> piece) {
-            bytes.insert(bytes.end(), piece.begin(), piece.end());
-            largest = std::max(largest, piece.size());
-            return true;
-        };
-    }
-};
-
 TEST(PNGRowWriter, WritesWhatWentIn) {
     for (const bool isOpaque : {true, false})
         for (const std::int64_t height : {1, 15, 16, 17, 300}) {
             const CGImage image =
                 *sampleScreenshot().cropping({{500, 250}, {333, static_cast<CGFloat>(height)}});
-            Collector file;
-            auto writer = RowWriter::make({image.width(), height, isOpaque, CGColorSpace::sRGB()},
-                                          file.sink());
+            std::vector<std::byte> file;
+            const auto sink = [&](std::span<const std::byte> piece) {
+                file.insert(file.end(), piece.begin(), piece.end());
+                return true;
+            };
+            auto writer = RowWriter::make({333, height, isOpaque, CGColorSpace::sRGB()}, sink);
             ASSERT_TRUE(writer);
             for (std::int64_t y = 0; y < height; ++y)
                 ASSERT_TRUE(writer->write(image.row(y)));
             ASSERT_TRUE(writer->finish());
-            EXPECT_TRUE(picturesAgree(*decodedByLibPNG(file.bytes), image)) << height;
-            EXPECT_TRUE(picturesAgree(*PNG::read(file.bytes), image)) << height;
-            EXPECT_EQ(PNG::readInfo(file.bytes)->hasAlpha, !isOpaque);
+            EXPECT_TRUE(picturesAgree(*decodedByLibPNG(file), image)) << height;
+            EXPECT_TRUE(picturesAgree(*PNG::read(file), image)) << height;
+            EXPECT_EQ(PNG::readInfo(file)->hasAlpha, !isOpaque);
         }
 }
 
@@ -62,16 +49,12 @@ TEST(PNGRowWriter, RefusesWhatIsNoPicture) {
 }
 
 TEST(PNGRowWriter, StopsWhenItsBytesAreRefused) {
-    for (int accepted = 0; accepted < 3; ++accepted) {
-        int calls = 0;
-        const auto sink = [&](std::span<const std::byte>) { return calls++ < accepted; };
-        auto writer = RowWriter::make({1, 1}, sink);
-        if (accepted == 0) {
-            EXPECT_EQ(writer.error(), WriteError::sinkFailed);
-            continue;
-        }
-        const std::vector<std::uint32_t> row(1);
-        EXPECT_TRUE(writer->write(row));
+    const auto refused = [](std::span<const std::byte>) { return false; };
+    EXPECT_EQ(RowWriter::make({1, 1}, refused).error(), WriteError::sinkFailed);
+    for (int accepted = 1; accepted < 3; ++accepted) {
+        auto writer = RowWriter::make(
+            {1, 1}, [left = accepted](std::span<const std::byte>) mutable { return left-- > 0; });
+        EXPECT_TRUE(writer->write(std::vector<std::uint32_t>(1)));
         EXPECT_EQ(writer->finish().error(), WriteError::sinkFailed) << accepted;
     }
 }
@@ -88,8 +71,7 @@ std::size_t peakMemory() {
 
 TEST(PNGRowWriter, LargeTallPicturesTakeHardlyAnyMemory) {
     constexpr std::int64_t width = 2880, height = 120'000;
-    std::size_t largest = 0;
-    std::size_t total = 0;
+    std::size_t largest = 0, total = 0;
     (void)sampleScreenshot();
     (void)peakMemory();
     const std::size_t before = peakMemory();

@@ -3,8 +3,6 @@
 #include "Tests/Support/PictureProbe.h"
 #include "Tests/Support/SampleScreenshot.h"
 
-#include <gtest/gtest.h>
-
 namespace pictal {
 namespace {
 
@@ -26,52 +24,39 @@ void expectComesBack(const CGImage& image, const std::string& what) {
 
 TEST(PNGWrite, TranslucentPixelsComeBackAsTheSameBytes) {
     // Every pair of an alpha and a component that it can have.
-    expectComesBack(pictureOf(256, 256,
-                              [](std::int64_t x, std::int64_t y) {
-                                  const auto alpha = static_cast<std::uint32_t>(y);
-                                  const auto c = std::min(static_cast<std::uint32_t>(x), alpha);
-                                  return kernels::pixelOf(c, alpha - c, c / 2, alpha);
-                              }),
-                    "every pair");
+    const auto pixelAt = [](std::uint32_t x, std::uint32_t alpha) {
+        const std::uint32_t c = std::min(x, alpha);
+        return kernels::pixelOf(c, alpha - c, c / 2, alpha);
+    };
+    expectComesBack(pictureOf(256, 256, pixelAt), "every pair");
 }
 
 TEST(PNGWrite, RealPicturesComeBack) {
-    expectComesBack(*sampleScreenshot().cropping({{400, 150}, {301, 257}}), "text and photograph");
-    for (std::int64_t side = 1; side < 36; ++side)
-        expectComesBack(
-            *sampleScreenshot().cropping(
-                {{600, 400}, {static_cast<CGFloat>(side), 36 - static_cast<CGFloat>(side)}}),
-            "width " + std::to_string(side));
+    expectComesBack(*sampleScreenshot().cropping({400, 150, 301, 257}), "text and photograph");
+    for (int side = 1; side < 36; ++side)
+        expectComesBack(*sampleScreenshot().cropping(CGRect(600, 400, side, 36 - side)),
+                        "width " + std::to_string(side));
 }
 
 TEST(PNGWrite, FewColoursBecomeAPalette) {
-    const struct {
-        std::uint32_t count;
-        PNG::ColorType colorType;
-        int bitDepth;
-    } table[] = {
-        {1, PNG::ColorType::palette, 1},  {2, PNG::ColorType::palette, 1},
-        {3, PNG::ColorType::palette, 2},  {4, PNG::ColorType::palette, 2},
-        {5, PNG::ColorType::palette, 4},  {16, PNG::ColorType::palette, 4},
-        {17, PNG::ColorType::palette, 8}, {256, PNG::ColorType::palette, 8},
-        {257, PNG::ColorType::rgba, 8},
-    };
-    for (const auto& row : table)
-        for (std::int64_t width = 1; width < 20; width += 3) {
-            const auto name =
-                std::to_string(row.count) + " colours, width " + std::to_string(width);
+    using enum PNG::ColorType;
+    const std::tuple<std::uint32_t, PNG::ColorType, int> table[] = {
+        {1, palette, 1},  {2, palette, 1},  {3, palette, 2},   {4, palette, 2}, {5, palette, 4},
+        {16, palette, 4}, {17, palette, 8}, {256, palette, 8}, {257, rgba, 8}};
+    for (const auto& [count, colorType, bitDepth] : table)
+        for (std::uint32_t width = 1; width < 20; width += 3) {
+            const auto name = std::to_string(count) + " colours, width " + std::to_string(width);
             // Every second colour is translucent; the words differ in red or in alpha.
-            const auto colorAt = [&](std::int64_t x, std::int64_t y) {
-                const auto i = static_cast<std::uint32_t>(y * width + x) % row.count;
+            const auto colorAt = [&, count = count](std::uint32_t x, std::uint32_t y) {
+                const std::uint32_t i = (y * width + x) % count;
                 return kernels::pixelOf(i % 129, 0, 0, i % 2 == 0 ? 255 : 128 + i / 129);
             };
-            const auto height = static_cast<std::int64_t>(row.count) / width + 18;
-            const CGImage image = pictureOf(width, height, colorAt);
+            const CGImage image = pictureOf(width, count / width + 18, colorAt);
             expectComesBack(image, name);
             const auto info = PNG::readInfo(*PNG::write(image));
-            EXPECT_EQ(info->colorType, row.colorType) << name;
-            EXPECT_EQ(info->bitDepth, row.bitDepth) << name;
-            EXPECT_EQ(info->hasAlpha, row.count > 1) << name;
+            EXPECT_EQ(info->colorType, colorType) << name;
+            EXPECT_EQ(info->bitDepth, bitDepth) << name;
+            EXPECT_EQ(info->hasAlpha, count > 1) << name;
             EXPECT_EQ(info->colorSpace, "sRGB") << name;
         }
 }
