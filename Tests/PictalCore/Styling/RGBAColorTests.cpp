@@ -6,7 +6,7 @@
 namespace pictal {
 namespace {
 
-using Kind = DecodingError::Kind;
+using enum DecodingError::Kind;
 
 TEST(RGBAColor, InitialiserClampsAndDecodingDoesNot) {
     EXPECT_EQ(RGBAColor(1.5, -0.2, 0.5, HUGE_VAL).cgColor(), (CGColor{1, 0, 0.5, 1}));
@@ -21,10 +21,9 @@ TEST(RGBAColor, InitialiserClampsAndDecodingDoesNot) {
 TEST(RGBAColor, NeedsItsFourNumbers) {
     const std::string good = R"({"red": 0, "green": 1, "blue": 0.5, "alpha": 1})";
     expectDecodingErrors<RGBAColor>({
-        {patched(good, "alpha", "a"), Kind::keyNotFound, R"(The key "alpha" is missing.)"},
-        {patched(good, "0.5", "null"), Kind::valueNotFound,
-         "blue: Expected a value but found null."},
-        {patched(good, "0.5", "true"), Kind::typeMismatch,
+        {patched(good, "alpha", "a"), keyNotFound, R"(The key "alpha" is missing.)"},
+        {patched(good, "0.5", "null"), valueNotFound, "blue: Expected a value but found null."},
+        {patched(good, "0.5", "true"), typeMismatch,
          "blue: Expected a number but found a boolean."},
     });
     EXPECT_EQ(encodeJSON(RGBAColor(0, 0, NAN, 1)).error().codingPath,

@@ -1,6 +1,6 @@
 #include "PictalCore/Styling/detail/ShadowLayers.h"
 
-#include <limits>
+#include <cmath>
 
 #include <gtest/gtest.h>
 
@@ -15,33 +15,25 @@ TEST(ShadowLayers, ScaleOffsetAndBlur) {
 }
 
 TEST(ShadowLayers, PaddingIsTheLargestLayerAndSix) {
-    constexpr CGFloat infinity = std::numeric_limits<CGFloat>::infinity();
-    constexpr CGFloat nan = std::numeric_limits<CGFloat>::quiet_NaN();
-    struct Case {
-        const char* name;
-        CGFloat blur, x, y, opacity, want;
+    const auto check = [](const char* name, CGFloat blur, CGFloat x, CGFloat y, CGFloat opacity,
+                          CGFloat want) {
+        ShadowStyle shadow(0, x, y, 0, RGBAColor());
+        shadow.blur = blur;
+        shadow.opacity = opacity;
+        EXPECT_EQ(shadowPadding(shadow), want) << name;
     };
-    for (const Case& c : {
-             Case{"presentation: 52.2 + 34.1", 36, 0, 22, 0.3, 93},
-             Case{"upward is as far", 36, 0, -22, 0.3, 93},
-             Case{"across is not scaled: 14.5 + 50", 10, -50, 20, 1, 71},
-             Case{"whole: 29 is not rounded", 20, 0, 0, 1, 35},
-             Case{"hair of a blur", 1e-9, 0, 0, 1, 7},
-             Case{"no blur", 0, 30, 30, 1, 0},
-             Case{"NaN blur", nan, 30, 30, 1, 0},
-             Case{"no opacity", 36, 0, 22, 0, 0},
-             Case{"NaN opacity", 36, 0, 22, nan, 0},
-             Case{"NaN offsets", 20, nan, nan, 1, 35},
-             Case{"infinite blur", infinity, 0, 0, 1, infinity},
-             Case{"infinite offset", 1, 0, -infinity, 1, infinity},
-         }) {
-        ShadowStyle shadow;
-        shadow.blur = c.blur;
-        shadow.offsetX = c.x;
-        shadow.offsetY = c.y;
-        shadow.opacity = c.opacity;
-        EXPECT_EQ(shadowPadding(shadow), c.want) << c.name;
-    }
+    check("presentation: 52.2 + 34.1", 36, 0, 22, 0.3, 93);
+    check("upward is as far", 36, 0, -22, 0.3, 93);
+    check("across is not scaled: 14.5 + 50", 10, -50, 20, 1, 71);
+    check("whole: 29 is not rounded", 20, 0, 0, 1, 35);
+    check("hair of a blur", 1e-9, 0, 0, 1, 7);
+    check("no blur", 0, 30, 30, 1, 0);
+    check("NaN blur", NAN, 30, 30, 1, 0);
+    check("no opacity", 36, 0, 22, 0, 0);
+    check("NaN opacity", 36, 0, 22, NAN, 0);
+    check("NaN offsets", 20, NAN, NAN, 1, 35);
+    check("infinite blur", HUGE_VAL, 0, 0, 1, HUGE_VAL);
+    check("infinite offset", 1, 0, -HUGE_VAL, 1, HUGE_VAL);
 }
 
 }  // namespace
