@@ -2,7 +2,6 @@
 
 #include "PictalCore/Platform/Foundation/JSON.h"
 
-#include <filesystem>
 #include <fstream>
 #include <initializer_list>
 #include <ostream>
@@ -23,8 +22,8 @@ void PrintTo(const T& value, std::ostream* out) {
     *out << (text ? *text : text.error().description);
 }
 
-/// Encodes the value and decodes it again. Encoding once more must give the same text, since
-/// equality does not see everything (a rectangle's stored signs).
+/// Encodes the value, decodes it and encodes it again: equality does not see everything (a
+/// rectangle's stored signs), the text does.
 template <class T>
 void expectRoundTrip(const T& value) {
     const auto text = encodeJSON(value);
@@ -61,13 +60,13 @@ inline std::string patched(std::string text, std::string_view was, std::string_v
 
 /// The JSON samples of a guide in docs/, in order.
 inline std::vector<std::string> samplesOfGuide(const std::string& name) {
-    std::ifstream guide(std::filesystem::path(PICTAL_SOURCE_DIR) / "docs" / name);
+    std::ifstream guide(PICTAL_SOURCE_DIR "/docs/" + name);
     std::vector<std::string> samples;
     bool inside = false;
     for (std::string line; std::getline(guide, line);) {
+        if (inside && !line.starts_with("```")) samples.back() += line + "\n";
         if (line == "```json") samples.emplace_back();
-        inside = line.starts_with("```") ? line == "```json" : inside;
-        if (inside && line != "```json") samples.back() += line + "\n";
+        if (line.starts_with("```")) inside = line == "```json";
     }
     return samples;
 }

@@ -15,23 +15,18 @@ std::optional<Annotation> draft(Tool tool, CGPoint start, CGPoint current,
 }
 
 TEST(AnnotationDraftBuilder, DragsOutIntegralRectanglesAndFractionalLines) {
-    struct Case {
-        CGPoint start, current;
-        CGRect want;
-    };
-    for (const auto& [start, current, want] : {
-             Case{{10.4, 20.6}, {5.2, 30.1}, {5, 20, 6, 11}},
-             Case{{50, 50}, {10, 20}, {10, 20, 40, 30}},
-             Case{{-0.5, 0.5}, {0.5, -0.5}, {-1, -1, 2, 2}},
-             Case{{7, 8}, {7, 8}, {7, 8, 0, 0}},
-         }) {
+    const auto check = [](CGPoint start, CGPoint current, const CGRect& want) {
         for (const Tool tool : {Tool::rectangle, Tool::ellipse, Tool::highlight, Tool::mosaic})
             EXPECT_EQ(draft(tool, start, current),
                       (Annotation{tool, {AnnotationGeometry::Rect{want}}, {}}));
         for (const Tool tool : {Tool::line, Tool::arrow})
             EXPECT_EQ(draft(tool, start, current),
                       (Annotation{tool, {AnnotationGeometry::Line{start, current}}, {}}));
-    }
+    };
+    check({10.4, 20.6}, {5.2, 30.1}, {5, 20, 6, 11});
+    check({50, 50}, {10, 20}, {10, 20, 40, 30});
+    check({-0.5, 0.5}, {0.5, -0.5}, {-1, -1, 2, 2});
+    check({7, 8}, {7, 8}, {7, 8, 0, 0});
 }
 
 TEST(AnnotationDraftBuilder, PathsNeedPoints) {

@@ -9,7 +9,7 @@ namespace {
 
 using Annotation = ScreenshotAnnotation;
 using Geometry = AnnotationGeometry;
-using Kind = DecodingError::Kind;
+using enum DecodingError::Kind;
 
 const std::string good = R"({"tool": "text", "geometry": {"point": {"_0": [1, 2]}}, "text": "hi",
     "style": {"stroke": {"red": 0, "green": 0, "blue": 0, "alpha": 1},
@@ -58,23 +58,16 @@ TEST(ScreenshotAnnotation, RoundTrips) {
 }
 
 TEST(ScreenshotAnnotation, RefusesWhatIsNoAnnotation) {
-    const std::string styleless = patched(good, R"("style")", R"("look")");
-    const std::string deep = std::string(10000, '[') + std::string(10000, ']');
     expectDecodingErrors<Annotation>({
-        {patched(good, R"("tool": "text")", R"("tool": "Text")"), Kind::dataCorrupted,
+        {patched(good, R"("tool": "text")", R"("tool": "Text")"), dataCorrupted,
          R"(tool: Unknown value "Text".)"},
-        {styleless, Kind::keyNotFound, R"(The key "style" is missing.)"},
-        {patched(styleless, R"("point")", R"("spot")"), Kind::typeMismatch,
-         "geometry: Invalid number of keys found, expected one."},
-        {patched(good, R"("alpha": 0.94)", R"("beta": 0.94)"), Kind::keyNotFound,
+        {patched(good, R"("style")", R"("look")"), keyNotFound, R"(The key "style" is missing.)"},
+        {patched(good, R"("alpha": 0.94)", R"("beta": 0.94)"), keyNotFound,
          R"(style.textOutline: The key "alpha" is missing.)"},
-        {patched(good, R"("text": "hi")", R"("ignored": )" + deep), Kind::dataCorrupted,
-         "The text is nested deeper than 64 levels."},
     });
     expectDecodingErrors<std::vector<Annotation>>({
-        {"[" + good + "," + patched(good, R"("hi")", "[]") + ", 7]", Kind::typeMismatch,
+        {"[" + good + "," + patched(good, R"("hi")", "[]") + ", 7]", typeMismatch,
          "1.text: Expected a string but found an array."},
-        {good, Kind::typeMismatch, "Expected an array but found an object."},
     });
 }
 
