@@ -85,7 +85,7 @@ std::string redactEmbeddedPaths(std::string_view text) {
 }
 
 std::string redactPath(std::string_view value) {
-    const std::string path = flattened(value);
+    std::string path = flattened(value);
     if (!path.starts_with('/') && !path.starts_with('~')) return path;
     std::string result = "<redacted-path>/";
     return result += lastComponent(path);

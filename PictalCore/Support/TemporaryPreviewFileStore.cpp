@@ -52,7 +52,8 @@ std::expected<void, FileError> TemporaryPreviewFileStore::pruneExpired(Time now)
         const auto modified = modificationDate(entry);
         if (!modified) return std::unexpected(modified.error());
         std::error_code ignored;
-        if (*modified && age(now, **modified) > expirationInterval) fs::remove_all(entry, ignored);
+        const std::optional<Time>& date = *modified;
+        if (date && age(now, *date) > expirationInterval) fs::remove_all(entry, ignored);
     }
     return {};
 }
