@@ -81,7 +81,8 @@ TEST(ShortcutConflictDetector, ReservesWhatIsListedAndNothingElse) {
             if (const auto row = messages.find({keyCode, modifiers}); row != messages.end())
                 want.conflicts = {{blocking, reserved, row->second}};
             EXPECT_EQ(ShortcutConflictDetector::report(want.shortcut, {}), want)
-                << keyCode << " with " << modifiers;
+                << keyCode << " with " << modifiers << ": "
+                << (want.conflicts.empty() ? "nothing" : want.conflicts[0].message);
         }
 }
 
