@@ -47,8 +47,8 @@ TEST(PNGWrite, FewColoursBecomeAPalette) {
         for (std::uint32_t width = 1; width < 20; width += 3) {
             const auto name = std::to_string(count) + " colours, width " + std::to_string(width);
             // Every second colour is translucent; the words differ in red or in alpha.
-            const auto colorAt = [&, count = count](std::uint32_t x, std::uint32_t y) {
-                const std::uint32_t i = (y * width + x) % count;
+            const auto colorAt = [&, colors = count](std::uint32_t x, std::uint32_t y) {
+                const std::uint32_t i = (y * width + x) % colors;
                 return kernels::pixelOf(i % 129, 0, 0, i % 2 == 0 ? 255 : 128 + i / 129);
             };
             const CGImage image = pictureOf(width, count / width + 18, colorAt);
