@@ -91,6 +91,7 @@ class CardReference {
         const double left = static_cast<double>(pixelX) - padding_ + margin;
         const double top = static_cast<double>(pixelY) - padding_ + margin;
         const double width = width_ + 2 * margin, height = height_ + 2 * margin;
+        if (left <= -1 || left >= width || top <= -1 || top >= height) return 0;
         const bool round =
             std::min(left, width - left - 1) < radius && std::min(top, height - top - 1) < radius;
         const int slices = round ? 512 : 1;

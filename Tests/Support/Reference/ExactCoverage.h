@@ -76,4 +76,14 @@ inline double distanceToPolyline(CGPoint p, std::span<const CGPoint> points) {
     return std::sqrt(nearest);
 }
 
+/// Points with coordinates in from…to.
+inline std::vector<CGPoint> randomPoints(std::mt19937& random, std::size_t count, CGFloat from,
+                                         CGFloat to) {
+    std::uniform_real_distribution<CGFloat> coordinate(from, to);
+    std::vector<CGPoint> points(count);
+    for (CGPoint& point : points)
+        point = {coordinate(random), coordinate(random)};
+    return points;
+}
+
 }  // namespace pictal::test

@@ -62,7 +62,6 @@ TEST(ColorConversion, LeavesTheSameNumbersAlone) {
                                    std::pair(CGColorSpace::deviceRGB(), CGColorSpace::sRGB()),
                                    std::pair(wideSpace(), wideSpace())})
         EXPECT_TRUE(detail::ColorConversion::make(from, to)->isIdentity());
-    EXPECT_EQ(wideSpace(), wideSpace());
     EXPECT_FALSE(wideSpace() == CGColorSpace::sRGB());
     EXPECT_FALSE(CGColorSpace::sRGB() == CGColorSpace::deviceRGB());
     const std::array<std::byte, 200> rubbish{};

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <functional>
 #include <numbers>
 #include <numeric>
 #include <random>
@@ -12,8 +11,6 @@
 
 namespace pictal::kernels {
 namespace {
-
-constexpr double level = 1.0 / 255;
 
 double gaussian(double x, double deviation) {
     return std::exp(-x * x / (2 * deviation * deviation)) /
@@ -47,34 +44,23 @@ TEST(GaussianBlur, EdgeIsSharpWithoutDeviationAndFlatBeyondItsReach) {
     EXPECT_EQ(blurredEdge(1e300, 1e280), 1);
 }
 
-/// Blurs a mask and compares each of its pixels with `want(x, y, mask)`.
-void expectBlurred(const char* name, int width, int height, double deviation, double tolerance,
-                   const std::function<bool(int x, int y)>& isSet,
-                   const std::function<double(int x, int y, const std::vector<float>&)>& want) {
-    std::vector<float> mask;
-    for (int i = 0; i < width * height; ++i)
-        mask.push_back(isSet(i % width, i / width) ? 1 : 0);
-    const std::vector<float> sharp = mask;
-    blurMask(mask, width, height, deviation);
-    for (int i = 0; i < width * height; ++i)
-        ASSERT_NEAR(mask[static_cast<std::size_t>(i)], want(i % width, i / width, sharp), tolerance)
-            << name << ", deviation " << deviation << ", pixel " << i % width << ", " << i / width;
-}
-
 TEST(GaussianBlur, MaskIsConvolvedInBothDirections) {
     std::mt19937 random(7);
     const auto check = [&](const char* name, int width, int height, double deviation) {
-        // Every pixel gathers from every other one, weighted by a Gaussian in two dimensions.
-        const auto gathered = [&](int x, int y, const std::vector<float>& sharp) {
-            double sum = 0;
-            for (int i = 0; i < width * height; ++i)
-                sum += static_cast<double>(sharp[static_cast<std::size_t>(i)]) *
-                       gaussian(x - i % width, deviation) * gaussian(y - i / width, deviation);
-            return sum;
-        };
-        expectBlurred(
-            name, width, height, deviation, level, [&](int, int) { return random() % 3 == 0; },
-            gathered);
+        std::vector<float> mask(static_cast<std::size_t>(width * height));
+        std::ranges::generate(mask, [&] { return random() % 3 == 0 ? 1.0F : 0.0F; });
+        const std::vector<float> sharp = mask;
+        blurMask(mask, width, height, deviation);
+        const int count = width * height;
+        for (int i = 0; i < count; ++i) {
+            // Every pixel gathers from every other one, weighted by a Gaussian in two dimensions.
+            double want = 0;
+            for (int j = 0; j < count; ++j)
+                want += static_cast<double>(sharp[static_cast<std::size_t>(j)]) *
+                        gaussian(i % width - j % width, deviation) *
+                        gaussian(i / width - j / width, deviation);
+            ASSERT_NEAR(mask[static_cast<std::size_t>(i)], want, 1.0 / 255) << name << ", " << i;
+        }
     };
     check("wide", 61, 17, 2.5);
     check("tall", 5, 60, 3);
@@ -94,17 +80,6 @@ TEST(GaussianBlur, MaskKeepsItsSumAndItsSymmetry) {
         for (std::size_t i = 0; i < mask.size(); ++i)  // turned by a quarter
             ASSERT_NEAR(mask[i], mask[(side - 1 - i % side) * side + i / side], 1e-7);
     }
-}
-
-TEST(GaussianBlur, RectangleAgreesWithItsEdges) {
-    for (const double deviation : {3.0, 5.0, 5.5})
-        expectBlurred(
-            "rectangle", 80, 80, deviation, level / 2,
-            [](int x, int y) { return x >= 28 && x < 41 && y >= 30 && y < 50; },
-            [&](int x, int y, auto&) {
-                return (blurredEdge(x - 28, deviation) - blurredEdge(x - 41, deviation)) *
-                       (blurredEdge(y - 30, deviation) - blurredEdge(y - 50, deviation));
-            });
 }
 
 }  // namespace

@@ -10,6 +10,7 @@ namespace pictal::detail {
 namespace {
 
 using test::CoverageCanvas;
+using test::randomPoints;
 
 CoverageCanvas filled(const Path& path, const PixelRect& clip, FillRule rule = FillRule::nonZero) {
     CoverageCanvas canvas(clip);
@@ -25,14 +26,6 @@ Path polygon(const std::vector<CGPoint>& points) {
     return path;
 }
 
-std::vector<CGPoint> randomPoints(std::mt19937& random, std::size_t count, CGFloat reach) {
-    std::uniform_real_distribution<CGFloat> coordinate(16 - reach, 16 + reach);
-    std::vector<CGPoint> points(count);
-    for (CGPoint& point : points)
-        point = {coordinate(random), coordinate(random)};
-    return points;
-}
-
 constexpr PixelRect square{0, 0, 32, 32};
 
 /// How far `canvas` is from a convex polygon.
@@ -45,7 +38,7 @@ TEST(FillRasterizer, TrianglesAreExact) {
     std::mt19937 random(1);
     double worst = 0;
     for (int i = 0; i < 300; ++i) {
-        const auto corners = randomPoints(random, 3, 30);
+        const auto corners = randomPoints(random, 3, -14, 46);
         worst = std::max(worst, levelError(filled(polygon(corners), square), corners));
     }
     // Rounding to a level, and next to nothing from the 1/65536 px of the corners.
@@ -100,7 +93,7 @@ TEST(FillRasterizer, ShapesWithACommonEdgeLeaveNoGap) {
     for (const CGFloat reach : {10.0, 100.0, 1e6, 1e9, 1e12})
         for (int i = 0; i < 20; ++i) {
             // The line through both points parts the plane: add what lies on either side.
-            const auto p = randomPoints(random, 2, reach);
+            const auto p = randomPoints(random, 2, 16 - reach, 16 + reach);
             const CGPoint d{p[1].x - p[0].x, p[1].y - p[0].y};
             const CGFloat far = (4 * reach + 1000) / std::hypot(d.x, d.y);
             const CGPoint u{d.x * far, d.y * far};
@@ -139,7 +132,7 @@ TEST(FillRasterizer, AClipOnlyCrops) {
     for (const CGFloat reach : {20.0, 300.0, 1e10}) {
         Path path;
         for (int i = 0; i < 12; ++i)
-            path.addPath(polygon(randomPoints(random, 5, reach)));
+            path.addPath(polygon(randomPoints(random, 5, 16 - reach, 16 + reach)));
         path.addEllipse({-70, 3, 90, 25});
         const CoverageCanvas whole = filled(path, {-40, -40, 80, 80}, FillRule::evenOdd);
         for (const PixelRect clip : {PixelRect{3, 5, 4, 6}, {-7, 11, 30, 29}, {20, -40, 80, 1}})

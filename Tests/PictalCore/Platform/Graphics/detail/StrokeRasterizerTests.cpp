@@ -10,6 +10,7 @@ namespace pictal::detail {
 namespace {
 
 using test::CoverageCanvas;
+using test::randomPoints;
 
 constexpr PixelRect square{0, 0, 48, 48};
 
@@ -33,15 +34,6 @@ double levelError(const CoverageCanvas& canvas, std::span<const CGPoint> points,
     };
     return maxLevelError(canvas,
                          [&](auto x, auto y) { return test::sampledCoverage(distance, x, y); });
-}
-
-std::vector<CGPoint> randomPoints(std::mt19937& random, std::size_t count, CGFloat from,
-                                  CGFloat to) {
-    std::uniform_real_distribution<CGFloat> coordinate(from, to);
-    std::vector<CGPoint> points(count);
-    for (CGPoint& point : points)
-        point = {coordinate(random), coordinate(random)};
-    return points;
 }
 
 TEST(StrokeRasterizer, PolylinesAreUnionsOfCapsules) {
