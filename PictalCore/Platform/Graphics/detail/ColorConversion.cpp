@@ -1,6 +1,6 @@
 #include "PictalCore/Platform/Graphics/detail/ColorConversion.h"
 
-#include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
+#include "PictalCore/Platform/Graphics/Kernels/FilterRows.h"
 
 #include <algorithm>
 #include <array>
@@ -66,22 +66,20 @@ void ColorConversion::convert(std::span<const std::uint32_t> from,
         return;
     }
     // Colour management wants straight alpha; a piece at a time stays in the first cache.
-    std::array<std::uint32_t, 1024> straight;
-    for (std::size_t done = 0; done < from.size(); done += straight.size()) {
-        const std::size_t count = std::min(straight.size(), from.size() - done);
-        std::uint32_t alphas = 0xFF000000;
-        for (std::size_t i = 0; i < count; ++i)
-            alphas &= from[done + i];
-        const bool opaque = alphas == 0xFF000000;
-        for (std::size_t i = 0; i < count; ++i)
-            straight[i] = opaque ? from[done + i] : kernels::unpremultiplied(from[done + i]);
-        std::array<std::uint32_t, straight.size()> converted;
+    const kernels::FilterRowKernels& rows = kernels::filterRowKernels();
+    std::array<std::uint32_t, 1024> straightPiece;
+    std::array<std::uint32_t, straightPiece.size()> convertedPiece;
+    for (std::size_t done = 0; done < from.size(); done += straightPiece.size()) {
+        const std::size_t count = std::min(straightPiece.size(), from.size() - done);
+        const auto source = from.subspan(done, count);
+        const auto straight = std::span(straightPiece).first(count);
+        const auto converted = std::span(convertedPiece).first(count);
+        rows.unpremultiply(source, straight);
         cmsDoTransform(transform_->handle.get(), straight.data(), converted.data(),
                        static_cast<cmsUInt32Number>(count));
-        for (std::size_t i = 0; i < count; ++i) {
-            const std::uint32_t pixel = (converted[i] & 0x00FFFFFF) | (straight[i] & 0xFF000000);
-            to[done + i] = opaque ? pixel : kernels::premultiplied(pixel);
-        }
+        for (std::size_t i = 0; i < count; ++i)
+            converted[i] = (converted[i] & 0x00FFFFFF) | (straight[i] & 0xFF000000);
+        rows.premultiply(converted, to.subspan(done, count));
     }
 }
 
