@@ -3,7 +3,7 @@
 #include "Benchmarks/NoisePicture.h"
 #include "PictalCore/Platform/Graphics/BitmapContext.h"
 #include "PictalCore/Platform/Graphics/Kernels/Blend.h"
-#include "PictalCore/Platform/Graphics/detail/ColorProfile.h"
+#include "PictalCore/Platform/Graphics/Pixels/ColorProfile.h"
 
 #include <string>
 

@@ -16,7 +16,8 @@ install(TARGETS pictal RUNTIME COMPONENT program)
 set_target_properties(pictal PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 
 install(DIRECTORY PictalCore DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development
-    FILES_MATCHING PATTERN "*.h" PATTERN detail EXCLUDE PATTERN Kernels EXCLUDE)
+    FILES_MATCHING PATTERN "*.h" PATTERN detail EXCLUDE PATTERN Kernels EXCLUDE PATTERN Pixels EXCLUDE
+    PATTERN Coding EXCLUDE)
 
 configure_package_config_file(cmake/PictalCoreConfig.cmake.in PictalCoreConfig.cmake
     INSTALL_DESTINATION "${package_dir}")

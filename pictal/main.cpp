@@ -1,5 +1,5 @@
-#include "pictal/Commands.h"
 #include "pictal/InputOutput.h"
+#include "pictal/commands/Commands.h"
 
 #include <cstdio>
 #include <exception>

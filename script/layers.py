@@ -14,6 +14,8 @@ SUBSYSTEM_USES = {
     "Annotation": {"Styling"},
     "Support": {"Shortcuts"},
 }
+# Folders that are not installed: detail/ is its own folder's alone, the others are the library's.
+INTERNAL = {"detail", "Kernels", "Pixels", "Coding"}
 THIRD_PARTY = re.compile(
     r"^(hb|fontconfig|ft2build|freetype|unicode|nlohmann|png|libdeflate|isa-l|lcms2|sqlite3|fmt|CLI"
     r"|gtest|benchmark)\b")
@@ -66,7 +68,7 @@ for source in files("PictalCore/*.h", "PictalCore/*.cpp", "pictal/*.h", "pictal/
 
 umbrella = pathlib.Path("PictalCore/PictalCore.h").read_text()
 for header in files("PictalCore/*.h"):
-    internal = {"detail", "Kernels"} & set(header.parts)
+    internal = INTERNAL & set(header.parts)
     if not internal and header.name != "PictalCore.h" and f'"{header}"' not in umbrella:
         problems.append(f"PictalCore/PictalCore.h leaves out {header}")
 

@@ -1,7 +1,7 @@
 #include "PictalCore/Annotation/AnnotationStyle.h"
 
 #include "PictalCore/Annotation/detail/AnnotationCoding.h"
-#include "PictalCore/Styling/detail/StyleCoding.h"
+#include "PictalCore/Styling/Coding/StyleCoding.h"
 
 namespace pictal {
 

@@ -1,6 +1,6 @@
 #include "PictalCore/Shortcuts/ShortcutConflict.h"
 
-#include "PictalCore/Platform/Foundation/detail/JSONCoding.h"
+#include "PictalCore/Platform/Foundation/Coding/JSONCoding.h"
 
 namespace pictal {
 

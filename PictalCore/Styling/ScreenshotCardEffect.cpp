@@ -1,6 +1,6 @@
 #include "PictalCore/Styling/ScreenshotCardEffect.h"
 
-#include "PictalCore/Platform/Foundation/detail/JSONCoding.h"
+#include "PictalCore/Platform/Foundation/Coding/JSONCoding.h"
 
 namespace pictal {
 

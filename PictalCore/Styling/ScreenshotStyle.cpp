@@ -1,6 +1,6 @@
 #include "PictalCore/Styling/ScreenshotStyle.h"
 
-#include "PictalCore/Styling/detail/StyleCoding.h"
+#include "PictalCore/Styling/Coding/StyleCoding.h"
 
 namespace pictal {
 

@@ -2,8 +2,8 @@
 
 #include "PictalCore/Platform/Foundation/Clamping.h"
 #include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
-#include "PictalCore/Platform/Graphics/detail/ColorConversion.h"
-#include "PictalCore/Platform/Graphics/detail/PixelBuffer.h"
+#include "PictalCore/Platform/Graphics/Pixels/ColorConversion.h"
+#include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
 #include "PictalCore/Platform/ImageIO/PNG.h"
 #include "PictalCore/Styling/detail/CardShadow.h"
 #include "PictalCore/Styling/detail/RoundedMask.h"

@@ -3,7 +3,7 @@
 #include "PictalCore/Annotation/AnnotationGeometry.h"
 #include "PictalCore/Annotation/AnnotationMosaicMode.h"
 #include "PictalCore/Annotation/AnnotationStyle.h"
-#include "PictalCore/Platform/Foundation/detail/JSONCoding.h"
+#include "PictalCore/Platform/Foundation/Coding/JSONCoding.h"
 
 namespace pictal::detail {
 

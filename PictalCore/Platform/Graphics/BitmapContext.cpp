@@ -1,14 +1,14 @@
 #include "PictalCore/Platform/Graphics/BitmapContext.h"
 
 #include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
+#include "PictalCore/Platform/Graphics/Pixels/ColorConversion.h"
+#include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
 #include "PictalCore/Platform/Graphics/detail/Clip.h"
-#include "PictalCore/Platform/Graphics/detail/ColorConversion.h"
 #include "PictalCore/Platform/Graphics/detail/EllipseOutline.h"
 #include "PictalCore/Platform/Graphics/detail/FillRasterizer.h"
 #include "PictalCore/Platform/Graphics/detail/FlatPath.h"
 #include "PictalCore/Platform/Graphics/detail/ImageSource.h"
 #include "PictalCore/Platform/Graphics/detail/Painter.h"
-#include "PictalCore/Platform/Graphics/detail/PixelBuffer.h"
 #include "PictalCore/Platform/Graphics/detail/Shadow.h"
 #include "PictalCore/Platform/Graphics/detail/StrokeRasterizer.h"
 

@@ -1,6 +1,6 @@
 #include "PictalCore/Platform/Graphics/CGColorSpace.h"
 
-#include "PictalCore/Platform/Graphics/detail/ColorConversion.h"
+#include "PictalCore/Platform/Graphics/Pixels/ColorConversion.h"
 
 #include <algorithm>
 

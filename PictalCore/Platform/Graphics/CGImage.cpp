@@ -1,7 +1,7 @@
 #include "PictalCore/Platform/Graphics/CGImage.h"
 
 #include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
-#include "PictalCore/Platform/Graphics/detail/PixelBuffer.h"
+#include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
 
 #include <algorithm>
 #include <cstring>

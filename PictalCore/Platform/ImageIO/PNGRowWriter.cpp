@@ -1,6 +1,6 @@
 #include "PictalCore/Platform/ImageIO/PNGRowWriter.h"
 
-#include "PictalCore/Platform/Graphics/detail/PixelBuffer.h"
+#include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
 #include "PictalCore/Platform/ImageIO/detail/DeflateStream.h"
 #include "PictalCore/Platform/ImageIO/detail/PNGChunkWriter.h"
 #include "PictalCore/Platform/ImageIO/detail/PNGStrips.h"

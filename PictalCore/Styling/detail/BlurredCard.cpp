@@ -1,7 +1,7 @@
 #include "PictalCore/Styling/detail/BlurredCard.h"
 
 #include "PictalCore/Platform/Graphics/Kernels/GaussianBlur.h"
-#include "PictalCore/Platform/Graphics/detail/PixelBuffer.h"
+#include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
 
 #include <algorithm>
 #include <cmath>

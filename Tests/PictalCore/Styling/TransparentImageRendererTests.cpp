@@ -1,4 +1,4 @@
-#include "PictalCore/Platform/Graphics/detail/ColorProfile.h"
+#include "PictalCore/Platform/Graphics/Pixels/ColorProfile.h"
 #include "PictalCore/Styling/TransparentImageRenderer.h"
 #include "Tests/Support/LibPNGDecoder.h"
 #include "Tests/Support/PictureProbe.h"

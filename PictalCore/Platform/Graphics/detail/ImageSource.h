@@ -2,7 +2,7 @@
 
 #include "PictalCore/Platform/Graphics/AffineTransform.h"
 #include "PictalCore/Platform/Graphics/CGImage.h"
-#include "PictalCore/Platform/Graphics/detail/ColorConversion.h"
+#include "PictalCore/Platform/Graphics/Pixels/ColorConversion.h"
 #include "PictalCore/Platform/Graphics/detail/CoverageSink.h"
 
 #include <cstdint>

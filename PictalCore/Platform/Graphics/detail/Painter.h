@@ -1,10 +1,10 @@
 #pragma once
 
 #include "PictalCore/Platform/Graphics/BitmapContext.h"
+#include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
 #include "PictalCore/Platform/Graphics/detail/Clip.h"
 #include "PictalCore/Platform/Graphics/detail/CoverageSink.h"
 #include "PictalCore/Platform/Graphics/detail/ImageSource.h"
-#include "PictalCore/Platform/Graphics/detail/PixelBuffer.h"
 
 #include <cstdint>
 #include <span>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PictalCore/Platform/Graphics/detail/ColorProfile.h"
+#include "PictalCore/Platform/Graphics/Pixels/ColorProfile.h"
 #include "PictalCore/Platform/ImageIO/detail/PNGFile.h"
 
 namespace pictal::detail {

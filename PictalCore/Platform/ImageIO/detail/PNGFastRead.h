@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PictalCore/Platform/Graphics/detail/PixelBuffer.h"
+#include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
 #include "PictalCore/Platform/ImageIO/detail/PNGFile.h"
 
 namespace pictal::detail {

@@ -1,4 +1,4 @@
-#include "PictalCore/Platform/Foundation/detail/JSONCoding.h"
+#include "PictalCore/Platform/Foundation/Coding/JSONCoding.h"
 
 #include <limits>
 

@@ -1,5 +1,5 @@
 #include "PictalCore/Platform/Graphics/CGImage.h"
-#include "PictalCore/Platform/Graphics/detail/PixelBuffer.h"
+#include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
 #include "Tests/Support/PictureProbe.h"
 
 #include <cmath>

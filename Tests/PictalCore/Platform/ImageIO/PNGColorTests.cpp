@@ -1,5 +1,5 @@
-#include "PictalCore/Platform/Graphics/detail/ColorConversion.h"
-#include "PictalCore/Platform/Graphics/detail/ColorProfile.h"
+#include "PictalCore/Platform/Graphics/Pixels/ColorConversion.h"
+#include "PictalCore/Platform/Graphics/Pixels/ColorProfile.h"
 #include "PictalCore/Platform/ImageIO/PNG.h"
 #include "Tests/Support/PNGBuilder.h"
 

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "PictalCore/Platform/Foundation/CGGeometry.h"
+#include "PictalCore/Platform/Foundation/Coding/JSONValue.h"
 #include "PictalCore/Platform/Foundation/JSON.h"
 #include "PictalCore/Platform/Foundation/RawValue.h"
-#include "PictalCore/Platform/Foundation/detail/JSONValue.h"
 
 #include <cstddef>
 #include <cstdint>

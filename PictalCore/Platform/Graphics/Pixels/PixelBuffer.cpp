@@ -1,4 +1,4 @@
-#include "PictalCore/Platform/Graphics/detail/PixelBuffer.h"
+#include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
 
 #include <cstdlib>
 #include <cstring>

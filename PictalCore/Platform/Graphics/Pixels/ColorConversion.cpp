@@ -1,4 +1,4 @@
-#include "PictalCore/Platform/Graphics/detail/ColorConversion.h"
+#include "PictalCore/Platform/Graphics/Pixels/ColorConversion.h"
 
 #include "PictalCore/Platform/Graphics/Kernels/FilterRows.h"
 

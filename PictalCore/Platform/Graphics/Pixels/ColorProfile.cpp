@@ -1,4 +1,4 @@
-#include "PictalCore/Platform/Graphics/detail/ColorProfile.h"
+#include "PictalCore/Platform/Graphics/Pixels/ColorProfile.h"
 
 #include <algorithm>
 #include <memory>

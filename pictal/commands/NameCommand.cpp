@@ -1,6 +1,6 @@
 #include "PictalCore/Support/SafeFileNamer.h"
-#include "pictal/Commands.h"
 #include "pictal/InputOutput.h"
+#include "pictal/commands/Commands.h"
 
 #include <cstdint>
 #include <limits>

@@ -1,8 +1,8 @@
 #include "PictalCore/Shortcuts/ShortcutConflictDetector.h"
 #include "PictalCore/Shortcuts/ShortcutNotation.h"
-#include "pictal/Commands.h"
 #include "pictal/InputOutput.h"
 #include "pictal/StoredShortcuts.h"
+#include "pictal/commands/Commands.h"
 
 #include <algorithm>
 

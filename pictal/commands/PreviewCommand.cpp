@@ -1,6 +1,6 @@
 #include "PictalCore/Support/TemporaryPreviewFileStore.h"
-#include "pictal/Commands.h"
 #include "pictal/InputOutput.h"
+#include "pictal/commands/Commands.h"
 
 #include <chrono>
 #include <cmath>

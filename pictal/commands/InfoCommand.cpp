@@ -1,7 +1,7 @@
 #include "PictalCore/Platform/ImageIO/PNG.h"
-#include "pictal/Commands.h"
 #include "pictal/Images.h"
 #include "pictal/InputOutput.h"
+#include "pictal/commands/Commands.h"
 
 #include <fmt/format.h>
 #include <nlohmann/json.hpp>

@@ -1,7 +1,7 @@
 #include "PictalCore/Annotation/AnnotationRenderer.h"
 #include "pictal/Arguments.h"
-#include "pictal/Commands.h"
 #include "pictal/Images.h"
+#include "pictal/commands/Commands.h"
 
 #include <fmt/format.h>
 

@@ -1,6 +1,6 @@
 #include "PictalCore/Support/DemoModeConfiguration.h"
-#include "pictal/Commands.h"
 #include "pictal/InputOutput.h"
+#include "pictal/commands/Commands.h"
 
 #include <nlohmann/json.hpp>
 #include <unistd.h>

@@ -1,6 +1,6 @@
 #include "PictalCore/Annotation/AnnotationDraftBuilder.h"
 #include "pictal/Arguments.h"
-#include "pictal/Commands.h"
+#include "pictal/commands/Commands.h"
 
 #include <fmt/format.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PictalCore/Platform/Foundation/detail/JSONCoding.h"
+#include "PictalCore/Platform/Foundation/Coding/JSONCoding.h"
 #include "PictalCore/Styling/RGBAColor.h"
 #include "PictalCore/Styling/ShadowStyle.h"
 

@@ -1,6 +1,6 @@
 #include "PictalCore/Platform/Graphics/BitmapContext.h"
-#include "PictalCore/Platform/Graphics/detail/ColorConversion.h"
-#include "PictalCore/Platform/Graphics/detail/ColorProfile.h"
+#include "PictalCore/Platform/Graphics/Pixels/ColorConversion.h"
+#include "PictalCore/Platform/Graphics/Pixels/ColorProfile.h"
 #include "Tests/Support/PictureProbe.h"
 
 #include <algorithm>

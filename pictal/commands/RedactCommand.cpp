@@ -1,6 +1,6 @@
 #include "PictalCore/Support/LogMetadataSanitizer.h"
-#include "pictal/Commands.h"
 #include "pictal/InputOutput.h"
+#include "pictal/commands/Commands.h"
 
 #include <array>
 #include <cerrno>

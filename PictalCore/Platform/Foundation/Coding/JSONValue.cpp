@@ -1,4 +1,4 @@
-#include "PictalCore/Platform/Foundation/detail/JSONValue.h"
+#include "PictalCore/Platform/Foundation/Coding/JSONValue.h"
 
 #include <array>
 #include <cmath>
