@@ -1,4 +1,4 @@
-// The pixel loops: blending at each level, and colour conversion.
+// The pixel loops: blending for each target, and colour conversion.
 
 #include "Benchmarks/NoisePicture.h"
 #include "PictalCore/Platform/Graphics/BitmapContext.h"
@@ -14,13 +14,13 @@ namespace {
 
 constexpr std::size_t rowLength = 2880;
 
-const char* nameOf(kernels::Level level) {
-    switch (level) {
-        case kernels::Level::plain:
+const char* nameOf(kernels::Target target) {
+    switch (target) {
+        case kernels::Target::plain:
             return "plain";
-        case kernels::Level::v3:
+        case kernels::Target::v3:
             return "v3";
-        case kernels::Level::v4:
+        case kernels::Target::v4:
             return "v4";
     }
     return "";
@@ -43,16 +43,16 @@ void drawConverted(benchmark::State& state) {
 BENCHMARK(drawConverted)->Args({2880, 1800})->Unit(benchmark::kMillisecond);
 
 const bool registered = [] {
-    for (const kernels::Level level : kernels::allLevels) {
-        if (!isAvailable(level)) continue;
+    for (const kernels::Target target : kernels::allTargets) {
+        if (!isAvailable(target)) continue;
         const auto add = [&](const std::string& name, auto&& run) {
             benchmark::RegisterBenchmark(
-                (name + "/" + nameOf(level)).c_str(), [=](benchmark::State& state) {
+                (name + "/" + nameOf(target)).c_str(), [=](benchmark::State& state) {
                     std::vector<std::uint32_t> row(rowLength, 0x80402010),
                         source(rowLength, 0x40102030);
                     const std::vector<std::uint8_t> coverage(rowLength, 100);
                     for (auto _ : state) {
-                        run(kernels::blendKernels(level), row, source, coverage);
+                        run(kernels::blendKernels(target), row, source, coverage);
                         benchmark::ClobberMemory();
                     }
                     state.SetItemsProcessed(state.iterations() *

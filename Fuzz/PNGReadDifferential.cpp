@@ -22,8 +22,8 @@ void compare(std::span<const std::byte> bytes) {
         file->imageData.empty())
         return;
     const auto allocate = [&] {
-        return PixelBuffer::allocate(file->header.width, file->header.height,
-                                     PixelBuffer::Contents::undefined);
+        return PixelBuffer::make(file->header.width, file->header.height,
+                                 PixelBuffer::Contents::undefined);
     };
     auto fast = allocate();
     if (!fast || !readFast(*file, *fast)) return;

@@ -71,7 +71,7 @@ std::expected<void, Failure> writeDevice(const std::string& path,
 }
 
 std::expected<void, FileError> replaceFile(const fs::path& path, std::span<const std::byte> bytes) {
-    auto file = AtomicFile::create(path);
+    auto file = AtomicFile::make(path);
     if (!file) return std::unexpected(file.error());
     setPendingFile(file->temporaryPath());
     auto result = file->write(bytes);

@@ -58,8 +58,8 @@ std::expected<CGImage, TransparentImageRendererError> TransparentImageRenderer::
     const detail::CardOutline outline{
         image.width(), image.height(), static_cast<std::int64_t>(padding),
         std::min(clampedToNonNegative(style.cornerRadius), largestRadius)};
-    auto canvas = detail::PixelBuffer::allocate(outline.canvasWidth(), outline.canvasHeight(),
-                                                detail::PixelBuffer::Contents::undefined);
+    auto canvas = detail::PixelBuffer::make(outline.canvasWidth(), outline.canvasHeight(),
+                                            detail::PixelBuffer::Contents::undefined);
     if (!canvas) return std::unexpected(cannotCreateContext);
     const auto conversion = detail::ColorConversion::make(image.colorSpace(), CGColorSpace::sRGB());
     if (!conversion) return std::unexpected(cannotCreateImage);

@@ -80,7 +80,7 @@ std::expected<std::vector<std::byte>, FileError> readDescriptor(int descriptor,
 
 std::expected<void, FileError> writeFileAtomically(const fs::path& path,
                                                    std::span<const std::byte> bytes) {
-    auto file = AtomicFile::create(path);
+    auto file = AtomicFile::make(path);
     if (!file) return std::unexpected(file.error());
     if (auto written = file->write(bytes); !written) return written;
     return file->commit();
@@ -117,7 +117,7 @@ FileError AtomicFile::failure() const {
     return {lastError(), target_};
 }
 
-std::expected<AtomicFile, FileError> AtomicFile::create(fs::path target) {
+std::expected<AtomicFile, FileError> AtomicFile::make(fs::path target) {
     struct stat status{};
     const bool replaces = ::stat(target.c_str(), &status) == 0;
     if (!replaces && errno != ENOENT) return std::unexpected(FileError{lastError(), target});

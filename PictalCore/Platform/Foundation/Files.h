@@ -48,7 +48,7 @@ struct PICTAL_API FileError {
 /// A new file gets mode 0666 less the umask; a replaced one keeps its mode.
 class PICTAL_API AtomicFile {
   public:
-    [[nodiscard]] static std::expected<AtomicFile, FileError> create(std::filesystem::path target);
+    [[nodiscard]] static std::expected<AtomicFile, FileError> make(std::filesystem::path target);
 
     AtomicFile(AtomicFile&& other) noexcept;
     AtomicFile& operator=(AtomicFile&& other) noexcept;

@@ -147,7 +147,7 @@ BitmapContext::~BitmapContext() = default;
 
 std::optional<BitmapContext> BitmapContext::make(std::int64_t width, std::int64_t height,
                                                  const CGColorSpace& colorSpace) {
-    auto canvas = PixelBuffer::allocate(width, height, PixelBuffer::Contents::transparent);
+    auto canvas = PixelBuffer::make(width, height, PixelBuffer::Contents::transparent);
     if (!canvas) return std::nullopt;
     // Pixels count from the top, coordinates from the bottom.
     const AffineTransform upward{1, 0, 0, -1, 0, static_cast<CGFloat>(height)};

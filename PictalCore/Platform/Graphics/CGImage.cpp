@@ -57,8 +57,7 @@ CGImage::CGImage(PixelBuffer&& pixels, const CGColorSpace& colorSpace)
 
 std::optional<CGImage> CGImage::fromBytes(std::span<const std::byte> bytes, const Layout& layout,
                                           const CGColorSpace& colorSpace) {
-    auto pixels =
-        PixelBuffer::allocate(layout.width, layout.height, PixelBuffer::Contents::undefined);
+    auto pixels = PixelBuffer::make(layout.width, layout.height, PixelBuffer::Contents::undefined);
     if (!pixels || layout.bytesPerRow < layout.width * 4) return std::nullopt;
     const auto rowBytes = static_cast<std::size_t>(layout.width) * 4;
     const auto step = static_cast<std::size_t>(layout.bytesPerRow);

@@ -52,8 +52,8 @@ std::expected<CGImage, ReadError> read(std::span<const std::byte> bytes, const R
     if (!file) return std::unexpected(file.error());
     if (auto fits = checkSize(*file, limits); !fits) return std::unexpected(fits.error());
 
-    auto pixels = PixelBuffer::allocate(file->header.width, file->header.height,
-                                        PixelBuffer::Contents::undefined);
+    auto pixels = PixelBuffer::make(file->header.width, file->header.height,
+                                    PixelBuffer::Contents::undefined);
     if (!pixels)
         return std::unexpected(
             ReadError(ReadError::Kind::outOfMemory,

@@ -127,8 +127,8 @@ constexpr BlendKernels tableAt{
 
 }  // namespace
 
-const BlendKernels& blendKernels(Level level) {
-    return atLevel(level, tableAt<AtPlain>, tableAt<AtV3>, tableAt<AtV4>);
+const BlendKernels& blendKernels(Target target) {
+    return tableFor(target, tableAt<AtPlain>, tableAt<AtV3>, tableAt<AtV4>);
 }
 
 }  // namespace pictal::kernels

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PictalCore/Platform/Graphics/Kernels/Levels.h"
+#include "PictalCore/Platform/Graphics/Kernels/Targets.h"
 
 #include <cstdint>
 #include <span>
@@ -36,7 +36,7 @@ struct BlendKernels {
     void (*multiplyCoverage)(std::span<std::uint8_t> coverage, Coverage mask);
 };
 
-/// @param level  one that is available
-[[nodiscard]] const BlendKernels& blendKernels(Level level = bestLevel());
+/// @param target  one that is available
+[[nodiscard]] const BlendKernels& blendKernels(Target target = bestTarget());
 
 }  // namespace pictal::kernels

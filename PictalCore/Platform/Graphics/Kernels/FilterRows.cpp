@@ -154,8 +154,8 @@ constexpr FilterRowKernels tableAt{
 
 }  // namespace
 
-const FilterRowKernels& filterRowKernels(Level level) {
-    return atLevel(level, tableAt<AtPlain>, tableAt<AtV3>, tableAt<AtV4>);
+const FilterRowKernels& filterRowKernels(Target target) {
+    return tableFor(target, tableAt<AtPlain>, tableAt<AtV3>, tableAt<AtV4>);
 }
 
 }  // namespace pictal::kernels

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PictalCore/Platform/Graphics/Kernels/Levels.h"
+#include "PictalCore/Platform/Graphics/Kernels/Targets.h"
 
 #include <array>
 #include <cstddef>
@@ -41,8 +41,8 @@ struct FilterRowKernels {
                    std::size_t pixel, std::uint8_t* to);
 };
 
-/// @param level  one that is available
-[[nodiscard]] const FilterRowKernels& filterRowKernels(Level level = bestLevel());
+/// @param target  one that is available
+[[nodiscard]] const FilterRowKernels& filterRowKernels(Target target = bestTarget());
 
 /// Undoes a filter and makes words of the pixels: of three bytes opaque ones, of four as they are.
 /// @param from   one byte behind the row must be readable

@@ -36,8 +36,8 @@ void* mapAligned(std::size_t bytes) {
 
 }  // namespace
 
-std::optional<PixelBuffer> PixelBuffer::allocate(std::int64_t width, std::int64_t height,
-                                                 Contents contents) {
+std::optional<PixelBuffer> PixelBuffer::make(std::int64_t width, std::int64_t height,
+                                             Contents contents) {
     if (width < 1 || height < 1 || width > maximumSide || height > maximumSide) return std::nullopt;
     const std::size_t rowBytes = roundedUp(static_cast<std::size_t>(width) * 4, rowAlignment);
     const std::size_t bytes = rowBytes * static_cast<std::size_t>(height);

@@ -24,8 +24,8 @@ class PixelBuffer {
     enum class Contents { undefined, transparent };
 
     /// @return nothing for a size that is not positive, is over the limits, or does not fit memory
-    [[nodiscard]] static std::optional<PixelBuffer> allocate(std::int64_t width,
-                                                             std::int64_t height, Contents);
+    [[nodiscard]] static std::optional<PixelBuffer> make(std::int64_t width, std::int64_t height,
+                                                         Contents);
 
     PixelBuffer() = default;
     PixelBuffer(PixelBuffer&& other) noexcept;

@@ -77,8 +77,8 @@ bool readFast(const PNGFile& file, PixelBuffer& pixels) {
     const PNGHeader& header = file.header;
     const std::size_t rowBytes = header.rowBytes(header.width) + 1;
     // Pixel memory comes with huge pages; a word more in each row leaves bytes behind the last.
-    auto memory = PixelBuffer::allocate(static_cast<std::int64_t>(rowBytes / 4 + 2), header.height,
-                                        PixelBuffer::Contents::undefined);
+    auto memory = PixelBuffer::make(static_cast<std::int64_t>(rowBytes / 4 + 2), header.height,
+                                    PixelBuffer::Contents::undefined);
     if (!memory) return false;
     auto* const filtered = reinterpret_cast<std::uint8_t*>(memory->row(0).data());
     if (!inflate(file, {filtered, rowBytes * static_cast<std::size_t>(header.height)}))

@@ -58,7 +58,7 @@ TEST(Files, FailureLeavesEverythingAsItWas) {
     EXPECT_EQ(readFile(folder.path()).error().code, std::errc::is_a_directory);
     EXPECT_EQ(readFile(folder / "absent").error().code, std::errc::no_such_file_or_directory);
     {
-        auto file = AtomicFile::create(folder / "given-up");
+        auto file = AtomicFile::make(folder / "given-up");
         ASSERT_TRUE(file && file->write(bytesOf("half")));
         EXPECT_EQ(contents(file->temporaryPath()), "half");
     }

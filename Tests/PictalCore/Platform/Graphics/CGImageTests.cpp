@@ -59,7 +59,7 @@ TEST(PixelBuffer, RowsAreAlignedAndLargeOnesStartTransparent) {
     for (const auto& [width, height] :
          {std::pair<std::int64_t, std::int64_t>(1, 3), {17, 5}, {2880, 1800}, {8'000'000, 2}}) {
         using detail::PixelBuffer;
-        auto buffer = PixelBuffer::allocate(width, height, PixelBuffer::Contents::transparent);
+        auto buffer = PixelBuffer::make(width, height, PixelBuffer::Contents::transparent);
         ASSERT_TRUE(buffer);
         for (std::int64_t y = 0; y < height; ++y) {
             const auto row = buffer->row(y);

@@ -15,8 +15,7 @@ std::optional<CGImage> readBy(bool fast, const File& bytes) {
     const auto file = PNGFile::parse(bytes, PNGFile::Extent::whole);
     if (!file) return std::nullopt;
     const auto& header = file->header;
-    auto pixels =
-        PixelBuffer::allocate(header.width, header.height, PixelBuffer::Contents::undefined);
+    auto pixels = PixelBuffer::make(header.width, header.height, PixelBuffer::Contents::undefined);
     const bool done =
         fast ? readFast(*file, *pixels)
              : readWithLibPNG(bytes, header, PNGRows(*file, PNGColor()), *pixels).has_value();

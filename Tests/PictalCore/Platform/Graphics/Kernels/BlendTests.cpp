@@ -63,23 +63,23 @@ double mix(double below, double above, double weight) {
     return below * (1 - weight) + above * weight;
 }
 
-/// Runs a kernel at every level, width and offset and compares each byte with the formula, and the
-/// levels with each other; bytes around the row must stay.
+/// Runs a kernel for every target, width and offset and compares each byte with the formula, and
+/// the targets with each other; bytes around the row must stay.
 void expectFormula(const char* name, auto kernel, std::uint32_t value, double tolerance,
                    auto formula) {
     for (std::size_t width = 1; width <= 130; ++width) {
         const std::size_t offset = width % 16;
         const Rows before(width + 32, static_cast<unsigned>(width));
         std::vector<std::uint32_t> plain;
-        for (const Level level : allLevels) {
-            if (!isAvailable(level)) continue;
+        for (const Target target : allTargets) {
+            if (!isAvailable(target)) continue;
             Rows rows = before;
-            call(blendKernels(level).*kernel, value, std::span(rows.below).subspan(offset, width),
+            call(blendKernels(target).*kernel, value, std::span(rows.below).subspan(offset, width),
                  std::span(rows.above).subspan(offset, width),
                  std::span(rows.coverage).subspan(offset, width));
-            if (level == Level::plain) plain = rows.below;
+            if (target == Target::plain) plain = rows.below;
             ASSERT_EQ(rows.below, plain)
-                << name << ": width " << width << ", level " << static_cast<int>(level);
+                << name << ": width " << width << ", target " << static_cast<int>(target);
         }
         for (std::size_t i = 0; i < plain.size(); ++i)
             for (int c = 0; c < 4; ++c) {
@@ -96,7 +96,7 @@ void expectFormula(const char* name, auto kernel, std::uint32_t value, double to
     }
 }
 
-TEST(Blend, KernelsFollowTheirFormulasAtEveryLevel) {
+TEST(Blend, KernelsFollowTheirFormulasAtEveryTarget) {
     // One rounding is at most 0.5 off; where the coverage is rounded before, another 0.5.
     using K = BlendKernels;
     expectFormula("blendColor", &K::blendColor, ink, 0.5,
@@ -121,20 +121,20 @@ TEST(Blend, KernelsFollowTheirFormulasAtEveryLevel) {
                   [](In i) { return i.below * (1 - i.aboveAlpha * i.coverage); });
 }
 
-TEST(Blend, CoverageIsWeighedExactlyAtEveryLevel) {
+TEST(Blend, CoverageIsWeighedExactlyAtEveryTarget) {
     std::vector<std::uint8_t> every(256 * 256), factors(256 * 256);
     for (std::size_t i = 0; i < every.size(); ++i) {
         every[i] = static_cast<std::uint8_t>(i);
         factors[i] = static_cast<std::uint8_t>(i / 256);
     }
-    for (const Level level : allLevels) {
-        if (!isAvailable(level)) continue;
+    for (const Target target : allTargets) {
+        if (!isAvailable(target)) continue;
         auto product = every;
-        blendKernels(level).multiplyCoverage(product, factors);
+        blendKernels(target).multiplyCoverage(product, factors);
         for (std::size_t i = 0; i < every.size(); ++i)
             ASSERT_EQ(product[i], (every[i] * factors[i] + 127) / 255) << i;
         auto scaled = std::vector(every.begin(), every.begin() + 256);
-        blendKernels(level).scaleCoverage(scaled, 77);
+        blendKernels(target).scaleCoverage(scaled, 77);
         for (std::size_t i = 0; i < scaled.size(); ++i)
             ASSERT_EQ(scaled[i], (i * 77 + 127) / 255);
     }

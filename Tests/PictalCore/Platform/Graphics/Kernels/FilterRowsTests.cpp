@@ -56,16 +56,16 @@ Bytes randomRow(std::size_t size) {
     return row;
 }
 
-class FilterRows : public testing::TestWithParam<Level> {
+class FilterRows : public testing::TestWithParam<Target> {
   protected:
     void SetUp() override {
-        if (!isAvailable(GetParam())) GTEST_SKIP() << "this processor has no such level";
+        if (!isAvailable(GetParam())) GTEST_SKIP() << "this processor has no such target";
     }
 
     const FilterRowKernels& kernels_ = filterRowKernels(GetParam());
 };
 
-INSTANTIATE_TEST_SUITE_P(EveryLevel, FilterRows, testing::ValuesIn(allLevels));
+INSTANTIATE_TEST_SUITE_P(EveryTarget, FilterRows, testing::ValuesIn(allTargets));
 
 TEST_P(FilterRows, FiltersAndTheirCostsAreThoseOfTheStandard) {
     for (std::size_t size = 1; size <= 600; size += size < 130 ? 1 : 47)
