@@ -21,8 +21,8 @@
 namespace pictal::PNG {
 
 struct ReadLimits {
-    /// A larger picture is refused before any memory is taken. 2^30 pixels are 4 GiB.
-    std::int64_t maximumPixels = std::int64_t{1} << 30;
+    /// A larger picture is refused before any memory is taken. 2^28 pixels are 1 GiB.
+    std::int64_t maximumPixels = std::int64_t{1} << 28;
 };
 
 /// Why bytes could not be read as a picture.
@@ -58,7 +58,11 @@ class PICTAL_API ReadError {
     std::string description_;
 };
 
-/// Whether the bytes begin as every PNG does.
+/// So many first bytes tell what a file is: of them `readInfo` says `notPNG`, and which format it
+/// is where it is a known one, or something else.
+inline constexpr std::size_t recognitionSize = 16;
+
+/// Whether the bytes begin as every PNG does, with its first eight bytes.
 [[nodiscard]] PICTAL_API bool isPNG(std::span<const std::byte> bytes);
 
 /// The file is read to its end: damage behind the last row is an error too.
@@ -83,6 +87,8 @@ struct Info {
 };
 
 /// Reads no pixels, so that a file can be looked at which is too large or damaged further on.
+/// @param bytes  a file or its beginning; one that stops before the pixels do is `truncated`, and
+///               enough once it holds the first eight bytes of the first IDAT chunk
 [[nodiscard]] PICTAL_API std::expected<Info, ReadError> readInfo(std::span<const std::byte> bytes);
 
 enum class Compression {

@@ -78,7 +78,7 @@ std::expected<Info, ReadError> readInfo(std::span<const std::byte> bytes) {
                 .interlaced = header.interlaced,
                 .hasAlpha = header.colorType == ColorType::greyAlpha ||
                             header.colorType == ColorType::rgba || !file->transparency.empty(),
-                .colorSpace = PNGColor::of(*file).description};
+                .colorSpace = PNGColor::of(*file).description(*file)};
 }
 
 }  // namespace pictal::PNG

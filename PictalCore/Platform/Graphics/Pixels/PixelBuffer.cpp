@@ -10,13 +10,23 @@ namespace pictal::detail {
 
 namespace {
 
+/// Wide rows begin where the widest vectors do. Narrow ones gain nothing by it, and would be mostly
+/// padding: a pixel in 64 bytes.
 constexpr std::size_t rowAlignment = 64;
+constexpr std::size_t alignFrom = 1024;
 constexpr std::size_t page = 4096;
 constexpr std::size_t hugePage = std::size_t{2} << 20;
 constexpr std::size_t mapFrom = std::size_t{4} << 20;
 
 constexpr std::size_t roundedUp(std::size_t size, std::size_t unit) {
     return (size + unit - 1) / unit * unit;
+}
+
+/// A size to be mapped: whole pages, and whole huge pages when the last one is more than half full,
+/// as one huge page costs less than the ordinary ones of half its size.
+constexpr std::size_t mappedSize(std::size_t bytes) {
+    const std::size_t huge = roundedUp(bytes, hugePage);
+    return huge - bytes < hugePage / 2 ? huge : roundedUp(bytes, page);
 }
 
 /// Maps `bytes`, a multiple of the page size, on a huge page boundary; what is left behind the last
@@ -39,17 +49,19 @@ void* mapAligned(std::size_t bytes) {
 std::optional<PixelBuffer> PixelBuffer::make(std::int64_t width, std::int64_t height,
                                              Contents contents) {
     if (width < 1 || height < 1 || width > maximumSide || height > maximumSide) return std::nullopt;
-    const std::size_t rowBytes = roundedUp(static_cast<std::size_t>(width) * 4, rowAlignment);
+    const std::size_t tight = static_cast<std::size_t>(width) * 4;
+    const std::size_t rowBytes = tight < alignFrom ? tight : roundedUp(tight, rowAlignment);
     const std::size_t bytes = rowBytes * static_cast<std::size_t>(height);
     if (bytes > static_cast<std::size_t>(maximumPixelBytes)) return std::nullopt;
 
     PixelBuffer buffer(width, height, static_cast<std::int64_t>(rowBytes / 4));
     if (bytes >= mapFrom) {
-        const std::size_t mapped = roundedUp(bytes, page);
+        const std::size_t mapped = mappedSize(bytes);
         buffer.pixels_ = static_cast<std::uint32_t*>(mapAligned(mapped));
         buffer.mappedBytes_ = mapped;
     } else {
-        buffer.pixels_ = static_cast<std::uint32_t*>(std::aligned_alloc(rowAlignment, bytes));
+        buffer.pixels_ = static_cast<std::uint32_t*>(
+            std::aligned_alloc(rowAlignment, roundedUp(bytes, rowAlignment)));
     }
     if (!buffer.pixels_) return std::nullopt;
     // Mapped pages come zeroed; writing them here would cost as much as the picture itself.

@@ -16,9 +16,9 @@ inline constexpr std::int64_t maximumSide = 8'000'000;
 /// More pixel memory is refused.
 inline constexpr std::int64_t maximumPixelBytes = std::int64_t{8} << 30;
 
-/// Owns the pixels of one raster: 8-bit RGBA, top row first, every row 64-byte aligned. Large
-/// buffers are on 2 MiB boundaries with huge pages asked for, since page faults are most of the
-/// cost of a new picture.
+/// Owns the pixels of one raster: 8-bit RGBA, top row first, rows of 1 kB and more 64-byte aligned.
+/// Large buffers are on 2 MiB boundaries with huge pages asked for, since page faults are most of
+/// the cost of a new picture.
 class PixelBuffer {
   public:
     enum class Contents { undefined, transparent };

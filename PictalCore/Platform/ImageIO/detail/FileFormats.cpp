@@ -1,5 +1,7 @@
 #include "PictalCore/Platform/ImageIO/detail/FileFormats.h"
 
+#include "PictalCore/Platform/ImageIO/PNG.h"
+
 #include <algorithm>
 #include <array>
 
@@ -32,6 +34,9 @@ constexpr std::array signatures{
     Signature{"SVG", 0, "<svg"sv},
     Signature{"ICO", 0, "\0\0\1\0"sv},
 };
+static_assert(std::ranges::all_of(signatures, [](const Signature& it) {
+    return it.offset + it.bytes.size() <= PNG::recognitionSize;
+}));
 
 }  // namespace
 

@@ -47,7 +47,6 @@ bool useProfile(const PNGFile& file, PNGColor& color) {
     if (file.profile.empty()) return false;
     std::vector<std::byte> profile = inflatedProfile(file.profile);
     if (profile.empty()) return false;
-    const std::string name = profileName(profile);
     if (isGrey(file)) {
         if (!greyLevelsInSRGB(profile, 2)) return false;
         color.space = CGColorSpace::sRGB();
@@ -57,7 +56,7 @@ bool useProfile(const PNGFile& file, PNGColor& color) {
         if (!space) return false;
         color.space = *std::move(space);
     }
-    color.description = name.empty() ? "ICC profile" : "ICC profile " + name;
+    color.source = PNGColor::Source::profile;
     return true;
 }
 
@@ -96,11 +95,6 @@ void useMeasurements(const PNGFile& file, PNGColor& color) {
     const bool standardCurve = gamma == 0 || (gamma >= 45'000 && gamma <= 45'910);
     const bool standardColors = !chromaticities || areStandard(*chromaticities);
     const double exponent = gamma == 0 ? 0 : 1e5 / gamma;
-    std::string number = std::to_string(gamma / 1e5);
-    number.resize(number.find('.') + 5);
-    const std::string says = (gamma != 0 ? "gamma " + number : "") +
-                             (gamma != 0 && chromaticities ? ", " : "") +
-                             (chromaticities ? "chromaticities" : "");
     if (standardCurve && standardColors) {
         color.space = CGColorSpace::sRGB();
     } else if (isGrey(file)) {
@@ -115,7 +109,21 @@ void useMeasurements(const PNGFile& file, PNGColor& color) {
         if (!space) return;
         color.space = *space;
     }
-    color.description = says;
+    color.source = PNGColor::Source::measurements;
+}
+
+std::string profileDescription(std::span<const std::byte> profile) {
+    const std::string name = profileName(profile);
+    return name.empty() ? "ICC profile" : "ICC profile " + name;
+}
+
+std::string measurementsDescription(const PNGFile& file) {
+    const std::uint32_t gamma = gammaOf(file);
+    const bool hasColors = !isGrey(file) && chromaticitiesOf(file);
+    std::string number = std::to_string(gamma / 1e5);
+    number.resize(number.find('.') + 5);
+    return (gamma != 0 ? "gamma " + number : "") + (gamma != 0 && hasColors ? ", " : "") +
+           (hasColors ? "chromaticities" : "");
 }
 
 }  // namespace
@@ -125,11 +133,25 @@ PNGColor PNGColor::of(const PNGFile& file) {
     if (useProfile(file, color)) return color;
     if (file.standardRGB.size() == 1) {
         color.space = CGColorSpace::sRGB();
-        color.description = "sRGB";
+        color.source = Source::standardRGB;
         return color;
     }
     useMeasurements(file, color);
     return color;
+}
+
+std::string PNGColor::description(const PNGFile& file) const {
+    switch (source) {
+        case Source::nothing:
+            break;
+        case Source::profile:
+            return profileDescription(greyProfile.empty() ? space.iccProfile() : greyProfile);
+        case Source::standardRGB:
+            return "sRGB";
+        case Source::measurements:
+            return measurementsDescription(file);
+    }
+    return "untagged";
 }
 
 }  // namespace pictal::detail

@@ -12,10 +12,13 @@ struct PNGColor {
     CGColorSpace space;
     /// A grey file's profile, through which its levels go to sRGB; empty: red = green = blue.
     std::vector<std::byte> greyProfile;
-    /// As `PNG::Info::colorSpace`.
-    std::string description = "untagged";
+    /// Which chunk says it.
+    enum class Source { nothing, profile, standardRGB, measurements };
+    Source source = Source::nothing;
 
     [[nodiscard]] static PNGColor of(const PNGFile& file);
+    /// As `PNG::Info::colorSpace`, of the same file.
+    [[nodiscard]] std::string description(const PNGFile& file) const;
 };
 
 }  // namespace pictal::detail

@@ -1,5 +1,4 @@
 #include "PictalCore/Platform/Graphics/CGImage.h"
-#include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
 #include "Tests/Support/PictureProbe.h"
 
 #include <cmath>
@@ -53,20 +52,6 @@ TEST(CGImage, CropsAreViewsOfWholePixels) {
                                   CGRect(NAN, 0, 5, 5), CGRect(0, 0, NAN, 5), CGRect::null()})
         EXPECT_FALSE(image.cropping(outside));
     EXPECT_FALSE(CGImage().cropping(CGRect(0, 0, 1, 1)));
-}
-
-TEST(PixelBuffer, RowsAreAlignedAndLargeOnesStartTransparent) {
-    for (const auto& [width, height] :
-         {std::pair<std::int64_t, std::int64_t>(1, 3), {17, 5}, {2880, 1800}, {8'000'000, 2}}) {
-        using detail::PixelBuffer;
-        auto buffer = PixelBuffer::make(width, height, PixelBuffer::Contents::transparent);
-        ASSERT_TRUE(buffer);
-        for (std::int64_t y = 0; y < height; ++y) {
-            const auto row = buffer->row(y);
-            ASSERT_EQ(reinterpret_cast<std::uintptr_t>(row.data()) % 64, 0U);
-            ASSERT_EQ(row.front() | row.back(), 0U);
-        }
-    }
 }
 
 }  // namespace

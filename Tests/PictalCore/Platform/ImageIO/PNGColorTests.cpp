@@ -73,6 +73,10 @@ TEST(PNGColor, ChunksSayWhatTheNumbersMean) {
         "gamma 0.4545, chromaticities");
     rgb("gamma 1", {{"gAMA", gammaOne}}, profile, lighter, "gamma 1.0000");
     rgb("gamma 0", {{"gAMA", none}}, device, same, "untagged");
+    // A hundredth at least: below, the light would be a step at the brightest level.
+    rgb("gamma 0.00999", {{"gAMA", PNGBuilder::numbers({999})}}, device, same, "untagged");
+    rgb("gamma 0.01", {{"gAMA", PNGBuilder::numbers({1'000})}}, profile, 0xFF000000,
+        "gamma 0.0100");
     // Display P3's (200, 100, 50) is sRGB's (215, 93, 31), by the matrices of its primaries.
     expectColor("wide colours", 2, {{"cHRM", displayP3Colors}}, {200, 100, 50}, profile, 0xFF1F5DD7,
                 "chromaticities");
@@ -92,6 +96,13 @@ TEST(PNGColor, ChunksSayWhatTheNumbersMean) {
     // 188 × 0.5 = 94.2 (0x80 / 255 = 0.502, 187.83 × 0.502 = 94.28)
     expectColor("grey alpha, gamma 1", 4, {{"gAMA", gammaOne}}, {128, 128}, standard, 0x805E5E5E,
                 "gamma 1.0000");
+}
+
+TEST(PNGColor, WhatStandsBehindThePixelsSaysNothing) {
+    const auto late = PNGBuilder(1, 1, 2, 8).rows({0, 1, 2, 3}).chunk("gAMA", gammaOne).build();
+    const auto image = PNG::read(late);
+    ASSERT_TRUE(image) << image.error().description();
+    EXPECT_TRUE(image->colorSpace().isDeviceRGB());
 }
 
 TEST(PNGColor, WideGreyGoesThroughItsProfileInSixteenBits) {

@@ -36,6 +36,8 @@ TEST(PNGRead, EveryKindBecomesPremultipliedPixelsRoundedOnce) {
     check("grey 1", 0, 1, 3, {}, {}, {0b1010'0000}, {0xFFFFFFFF, 0xFF000000, 0xFFFFFFFF});
     check("grey 2", 0, 2, 4, {}, {}, {0b0001'1011},
           {0xFF000000, 0xFF555555, 0xFFAAAAAA, 0xFFFFFFFF});
+    check("grey 2 with a key of more bits", 0, 2, 2, {}, {0xAB, 0xCE}, {0b1011'0000},
+          {0, 0xFFFFFFFF});
     check("grey 4", 0, 4, 3, {}, {}, {0x1F, 0x80}, {0xFF111111, 0xFFFFFFFF, 0xFF888888});
     check("grey 8 with a key", 0, 8, 2, {}, {0, 7}, {7, 8}, {0, 0xFF080808});
     // 384 / 257 = 1.494, 386 / 257 = 1.502
@@ -44,6 +46,8 @@ TEST(PNGRead, EveryKindBecomesPremultipliedPixelsRoundedOnce) {
           {0, 0xFF121212});
     check("rgb 8", 2, 8, 2, {}, {}, {1, 2, 3, 250, 251, 252}, {0xFF030201, 0xFFFCFBFA});
     check("rgb 8 with a key", 2, 8, 2, {}, {0, 1, 0, 2, 0, 3}, {1, 2, 3, 1, 2, 4}, {0, 0xFF040201});
+    check("rgb 8 with a key of more bits", 2, 8, 2, {}, {9, 1, 0, 2, 8, 3}, {1, 2, 3, 1, 2, 4},
+          {0, 0xFF040201});
     check("rgb 16", 2, 16, 1, {}, {}, {0x01, 0x80, 0x01, 0x82, 0xFF, 0xFF}, {0xFFFF0201});
     check("palette 1", 3, 1, 2, {9, 8, 7, 1, 2, 3}, {}, {0b0100'0000}, {0xFF070809, 0xFF030201});
     check("palette 4, translucent", 3, 4, 2, {255, 100, 0, 1, 2, 3}, {128}, {0x01},
@@ -92,7 +96,13 @@ TEST(PNGRead, ReadsInfoWithoutPixels) {
                            .chunk("tRNS", {7})
                            .chunk("IDAT", {1, 2, 3})
                            .build();
-    const auto info = PNG::readInfo(std::span(bytes).first(bytes.size() - 16));
+    // Behind the chunk's name are 3 bytes, its checksum, and 12 of the end.
+    const std::size_t enough = bytes.size() - 19;
+    for (std::size_t size = 1; size < enough; ++size)
+        EXPECT_EQ(PNG::readInfo(std::span(bytes).first(size)).error().kind(),
+                  PNG::ReadError::Kind::truncated)
+            << size;
+    const auto info = PNG::readInfo(std::span(bytes).first(enough));
     ASSERT_TRUE(info) << info.error().description();
     EXPECT_EQ(std::tie(info->width, info->height, info->bitDepth), std::tuple(70'000, 3, 4));
     EXPECT_EQ(info->colorType, PNG::ColorType::palette);
