@@ -1,7 +1,6 @@
-"""Checks the direction of includes and that ARCHITECTURE.md names the folders that exist.
+"""Checks who includes whom, and that ARCHITECTURE.md names the folders that exist.
 
-pictal, Examples -> subsystems -> Platform -> the standard library. Third-party headers are included
-only by sources below Platform/ and by pictal/; headers in detail/ folders are for their own side.
+pictal, Examples -> subsystems -> Platform -> the standard library.
 """
 
 import pathlib
@@ -14,13 +13,26 @@ SUBSYSTEM_USES = {
     "Annotation": {"Styling"},
     "Support": {"Shortcuts"},
 }
+# The floors of Platform/: each includes only what stands before it.
+PLATFORM = ["Foundation", "Graphics", "ImageIO", "Text", "Registration"]
 # Folders that are not installed: detail/ is its own folder's alone, the others are the library's.
 INTERNAL = {"detail", "Kernels", "Pixels", "Coding"}
-THIRD_PARTY = re.compile(
-    r"^(hb|fontconfig|ft2build|freetype|unicode|nlohmann|png|libdeflate|isa-l|lcms2|sqlite3|fmt|CLI"
-    r"|gtest|benchmark)\b")
-# What the standard library and POSIX call their headers.
-STANDARD = re.compile(r"^([a-z_]+|[a-z]+\.h|sys/[a-z]+\.h|immintrin\.h|linux/[a-z]+\.h)$")
+
+STANDARD = set("""
+    algorithm any array bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes
+    climits cmath compare complex concepts cstdarg cstddef cstdint cstdlib cstring ctime cwchar
+    cwctype deque exception execution expected filesystem forward_list functional initializer_list
+    iterator limits list map memory memory_resource new numbers numeric optional queue random ranges
+    ratio regex scoped_allocator set source_location span stack stdexcept stop_token string
+    string_view system_error tuple type_traits typeindex typeinfo unordered_map unordered_set utility
+    valarray variant vector version
+    """.split())
+# For those who read and write; the library does neither, but by Platform's files.
+STREAMS = set("""
+    cstdio fstream iomanip ios iosfwd iostream istream ostream spanstream sstream streambuf
+    """.split())
+LOCKS = {"atomic", "condition_variable", "mutex", "shared_mutex"}
+THREADS = {"barrier", "future", "latch", "pthread.h", "semaphore", "thread", "threads.h"}
 
 problems = []
 
@@ -33,38 +45,75 @@ def files(*patterns):
 
 
 def area(path):
-    """"pictal", "Platform", or the name of a subsystem; nothing for the umbrella headers."""
-    if path.parts[0] != "PictalCore":
-        return path.parts[0]
-    return path.parts[1] if len(path.parts) > 2 else None
+    """"pictal", "Platform", or the name of a subsystem; "PictalCore" for the umbrella headers."""
+    if path.parts[0] == "PictalCore" and len(path.parts) > 2:
+        return path.parts[1]
+    return path.parts[0]
 
 
-for source in files("PictalCore/*.h", "PictalCore/*.cpp", "pictal/*.h", "pictal/*.cpp",
-                    "Examples/*.h", "Examples/*.cpp"):
+def uses(here):
+    """The areas that one area may include."""
+    if here in ("pictal", "Examples"):
+        return {here} | {area(path) for path in files("PictalCore/*.h")}
+    if here == "PictalCore":
+        return {area(path) for path in files("PictalCore/*.h")}
+    return {here, "Platform", "PictalCore"} | SUBSYSTEM_USES.get(here, set())
+
+
+def fault_of_own(source, target):
+    """Why the source may not include this header of the project; nothing when it may."""
     here = area(source)
-    public = source.suffix == ".h" and "detail" not in source.parts and here not in (
-        "pictal", "Examples")
+    if not target.is_file():
+        return "is no file of the project; includes are written from its root"
+    if area(target) not in uses(here):
+        return f"is not for {here}"
+    if here == "Platform" and area(target) == here:
+        floor = source.parts[2]
+        if floor not in PLATFORM or target.parts[2] not in PLATFORM[:PLATFORM.index(floor) + 1]:
+            return f"is not below Platform/{floor}"
+    if "detail" in target.parts:
+        owner = target.parts[:target.parts.index("detail")]
+        if source.parts[:len(owner)] != owner:
+            return f"is {'/'.join(owner)}'s own"
+    if INTERNAL & set(target.parts):
+        if here in ("pictal", "Examples"):
+            return "is the library's own"
+        if source.suffix == ".h" and not INTERNAL & set(source.parts):
+            return "is internal, and a public header includes it"
+    if "Kernels" in source.parts and "Kernels" not in target.parts:
+        return "is above the kernels"
+    return None
+
+
+def fault_of_foreign(source, name):
+    """The same for a header in angle brackets."""
+    here = area(source)
+    platform = here == "Platform"
+    if pathlib.Path(name).is_file():
+        return "is the project's, which quotes its own headers"
+    if name in STANDARD or here == "pictal" or (here == "Examples" and name in STREAMS):
+        return None
+    if name in THREADS:
+        return "starts or joins threads, which the library does not"
+    if name in LOCKS:
+        return None if platform else "is for locks, which only Platform/ has"
+    if platform and source.suffix == ".cpp":
+        return None
+    return "belongs behind the platform layer"
+
+
+sources = files(*(f"{folder}/*.{suffix}" for folder in ("PictalCore", "pictal", "Examples")
+                  for suffix in ("h", "cpp")))
+for source in sources:
     for number, line in enumerate(source.read_text().splitlines(), 1):
         match = re.match(r'\s*#\s*include\s*([<"])([^>"]+)[>"]', line)
         if not match:
             continue
         kind, name = match.groups()
-        where = f"{source}:{number}"
-        if kind == '"':
-            target = area(pathlib.Path(name))
-            if here == "Platform" and target not in ("Platform", None):
-                problems.append(f"{where}: Platform includes {name}")
-            if here not in (None, "Platform", "pictal", "Examples") and target not in (
-                    None, "Platform", here) and target not in SUBSYSTEM_USES.get(here, set()):
-                problems.append(f"{where}: {here} may not include {name}")
-            if public and "/detail/" in name:
-                problems.append(f"{where}: a public header includes the internal {name}")
-            if here in ("Examples",) and "/detail/" in name:
-                problems.append(f"{where}: an example includes the internal {name}")
-        elif THIRD_PARTY.match(name) or not STANDARD.match(name):
-            allowed = here == "pictal" or (here == "Platform" and source.suffix == ".cpp")
-            if not allowed:
-                problems.append(f"{where}: {name} belongs behind the platform layer")
+        target = pathlib.Path(name)
+        fault = fault_of_own(source, target) if kind == '"' else fault_of_foreign(source, name)
+        if fault:
+            problems.append(f"{source}:{number}: {name} {fault}")
 
 umbrella = pathlib.Path("PictalCore/PictalCore.h").read_text()
 for header in files("PictalCore/*.h"):
