@@ -56,7 +56,8 @@ template <class T>
     if (!text) return std::unexpected(text.error());
     auto value = decodeJSON<T>(*text);
     if (!value)
-        return badInput((path == "-" ? "standard input" : path) + ": " + value.error().message());
+        return badInput((path == "-" ? "standard input" : path) + ": " +
+                        value.error().description());
     return *std::move(value);
 }
 

@@ -11,7 +11,7 @@ namespace fs = std::filesystem;
 namespace {
 
 std::unexpected<Failure> storeFailed(const UserDefaultsError& error) {
-    return workFailed(error.description);
+    return workFailed(error.description());
 }
 
 bool isUnderstood(const UserDefaults::Data& data) {

@@ -88,8 +88,8 @@ std::expected<void, UserDefaultsError> ShortcutStore::trySaveShortcuts(
     copySupported(shortcuts, supported);
     const auto text = encodeJSON(supported);
     if (!text)
-        return std::unexpected(
-            UserDefaultsError{UserDefaultsError::Kind::inputOutput, text.error().description});
+        return std::unexpected(UserDefaultsError{
+            UserDefaultsError::Kind::inputOutput, {}, text.error().description()});
     return userDefaults_->setObject(storageKey_, bytesOf(*text));
 }
 

@@ -19,7 +19,7 @@ template <class T>
     requires requires(const T& value) { encodeJSON(value); }
 void PrintTo(const T& value, std::ostream* out) {
     const auto text = encodeJSON(value);
-    *out << (text ? *text : text.error().description);
+    *out << (text ? *text : text.error().description());
 }
 
 /// Encodes the value, decodes it and encodes it again: equality does not see everything (a
@@ -27,9 +27,9 @@ void PrintTo(const T& value, std::ostream* out) {
 template <class T>
 void expectRoundTrip(const T& value) {
     const auto text = encodeJSON(value);
-    ASSERT_TRUE(text) << text.error().description;
+    ASSERT_TRUE(text) << text.error().description();
     const auto again = decodeJSON<T>(*text);
-    ASSERT_TRUE(again) << again.error().message() << "\nin " << *text;
+    ASSERT_TRUE(again) << again.error().description() << "\nin " << *text;
     EXPECT_EQ(*again, value);
     EXPECT_EQ(encodeJSON(*again), text);
 }
@@ -46,7 +46,7 @@ void expectDecodingErrors(std::initializer_list<BadJSON> cases) {
     for (const auto& [text, kind, message] : cases) {
         const auto result = decodeJSON<T>(text);
         ASSERT_FALSE(result) << "decoded in spite of: " << message;
-        EXPECT_EQ(result.error().message(), message);
+        EXPECT_EQ(result.error().description(), message);
         EXPECT_EQ(result.error().kind, kind) << message;
     }
 }

@@ -30,7 +30,7 @@ std::expected<std::vector<ScreenshotAnnotation>, Failure> readAnnotations(const 
         else
             list = std::unexpected(annotation.error());
     }
-    if (!list) return badInput(inputName(path) + ": " + list.error().message());
+    if (!list) return badInput(inputName(path) + ": " + list.error().description());
 
     // A picture without the mosaic that should have hidden something is worse than none.
     for (const ScreenshotAnnotation& annotation : *list)

@@ -60,7 +60,7 @@ Outcome run(const DraftOptions& options) {
                         options.tool == AnnotationTool::text ? "--text that is not only white space"
                                                              : "--points")});
     const auto json = encodeJSON(*annotation);
-    if (!json) return badInput(json.error().description);
+    if (!json) return badInput(json.error().description());
     if (const auto printed = printText(*json + "\n"); !printed)
         return std::unexpected(printed.error());
     return ExitStatus::done;

@@ -18,7 +18,10 @@ namespace pictal {
 struct PICTAL_API EncodingError {
     /// Where in the value, from the outermost key in; list positions as decimal numbers.
     std::vector<std::string> codingPath;
-    std::string description;
+    std::string reason;
+
+    /// One line for people: "cornerRadius: JSON has no number that is not finite."
+    [[nodiscard]] std::string description() const;
 
     friend bool operator==(const EncodingError&, const EncodingError&) = default;
 };
@@ -38,10 +41,10 @@ struct PICTAL_API DecodingError {
     Kind kind = Kind::dataCorrupted;
     /// Where in the text, from the outermost key in; list positions as decimal numbers.
     std::vector<std::string> codingPath;
-    std::string description;
+    std::string reason;
 
     /// One line for people: "style.stroke.red: Expected a number but found a string."
-    [[nodiscard]] std::string message() const;
+    [[nodiscard]] std::string description() const;
 
     friend bool operator==(const DecodingError&, const DecodingError&) = default;
 };

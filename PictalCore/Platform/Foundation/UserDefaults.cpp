@@ -4,6 +4,10 @@
 
 namespace pictal {
 
+std::string UserDefaultsError::description() const {
+    return path.empty() ? reason : path.string() + ": " + reason;
+}
+
 UserDefaults::~UserDefaults() = default;
 
 std::expected<std::optional<UserDefaults::Data>, UserDefaultsError> UserDefaults::data(

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <expected>
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,13 +25,18 @@ struct PICTAL_API UserDefaultsError {
         corrupt,
         /// The file or its folder may not be read or written; change its permissions.
         notPermitted,
-        /// The disk is full or failing; see the description.
+        /// The disk is full or failing; see the reason.
         inputOutput,
     };
 
     Kind kind = Kind::inputOutput;
-    /// One line for people, with the file's name and what to do.
-    std::string description;
+    /// The store's file; empty for a store without one.
+    std::filesystem::path path;
+    /// What happened and what to do.
+    std::string reason;
+
+    /// One line for people: "PATH: in use by another process; try again".
+    [[nodiscard]] std::string description() const;
 
     friend bool operator==(const UserDefaultsError&, const UserDefaultsError&) = default;
 };

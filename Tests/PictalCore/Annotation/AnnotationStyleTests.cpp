@@ -31,7 +31,7 @@ TEST(AnnotationStyle, ClampsLengthsButNotDecodedColours) {
 TEST(AnnotationStyle, YoungerKeysAreOptional) {
     const auto check = [](const char* was, const char* now, CGFloat width, Mode mode) {
         const auto style = decodeJSON<AnnotationStyle>(patched(good, was, now));
-        ASSERT_TRUE(style) << now << ": " << style.error().message();
+        ASSERT_TRUE(style) << now << ": " << style.error().description();
         EXPECT_EQ(style->textOutlineWidth, width) << was << " -> " << now;
         EXPECT_EQ(style->mosaicMode, mode) << was << " -> " << now;
     };

@@ -73,7 +73,7 @@ TEST(ScreenshotAnnotation, GuideShowsEveryTool) {
     const auto samples = samplesOfGuide("annotations.md");
     ASSERT_EQ(samples.size(), 1u);
     const auto list = decodeJSON<std::vector<Annotation>>(samples[0]);
-    ASSERT_TRUE(list) << list.error().message();
+    ASSERT_TRUE(list) << list.error().description();
     for (const AnnotationTool tool : allCases<AnnotationTool>())
         EXPECT_NE(std::ranges::find(*list, tool, &Annotation::tool), list->end()) << rawValue(tool);
 }

@@ -33,13 +33,13 @@ class FailingUserDefaults final : public UserDefaults {
 
     std::expected<std::optional<Object>, UserDefaultsError> object(
         std::string_view key) const override {
-        if (key == unreadable) return std::unexpected(UserDefaultsError{Error::busy, "busy"});
+        if (key == unreadable) return std::unexpected(UserDefaultsError{Error::busy, {}, "busy"});
         return values.object(key);
     }
     std::expected<void, UserDefaultsError> setObject(std::string_view key,
                                                      const Object& value) override {
         ++writes;
-        if (isReadOnly) return std::unexpected(UserDefaultsError{Error::notPermitted, "no"});
+        if (isReadOnly) return std::unexpected(UserDefaultsError{Error::notPermitted, {}, "no"});
         return values.setObject(key, value);
     }
 };
@@ -197,7 +197,7 @@ TEST(ShortcutStore, SaysWhenItCouldNotWrite) {
     const Fixture fixture(Values{{v3, asData({{"region", own}})}});
     fixture.defaults->isReadOnly = true;
     EXPECT_FALSE(fixture.store.saveShortcuts({}));
-    EXPECT_EQ(fixture.store.trySaveShortcuts({}).error().description, "no");
+    EXPECT_EQ(fixture.store.trySaveShortcuts({}).error().description(), "no");
     EXPECT_EQ(fixture.store.loadShortcuts(), defaultsWith({{"region", own}}));
     EXPECT_EQ(fixture.stored(), std::nullopt);
 }

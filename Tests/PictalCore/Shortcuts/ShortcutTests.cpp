@@ -55,7 +55,7 @@ TEST(Shortcut, SurvivesJSON) {
 
 TEST(Shortcut, RefusesOtherJSON) {
     const auto message = [](const char* text) {
-        return decodeJSON<ShortcutAssignment>(text).error().message();
+        return decodeJSON<ShortcutAssignment>(text).error().description();
     };
     for (const char* text : {R"({"a":{"keyCode":70000,"keyLabel":"S","modifiers":9}})",
                              R"({"a":{"keyCode":-1,"keyLabel":"S","modifiers":9}})"})

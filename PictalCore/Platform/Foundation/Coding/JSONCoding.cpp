@@ -6,13 +6,6 @@
 
 namespace pictal {
 
-std::string DecodingError::message() const {
-    std::string text;
-    for (const std::string& key : codingPath)
-        text += (text.empty() ? "" : ".") + key;
-    return text.empty() ? description : text + ": " + description;
-}
-
 namespace detail {
 
 namespace {
@@ -81,14 +74,14 @@ std::vector<JSONDecoder> JSONDecoder::elements() const {
     return result;
 }
 
-void JSONDecoder::fail(DecodingError::Kind kind, std::string description) const {
+void JSONDecoder::fail(DecodingError::Kind kind, std::string reason) const {
     if (failed()) return;
     std::vector<std::string> path;
     for (const JSONDecoder* place = this; place->parent_; place = place->parent_)
         path.push_back(place->key_.data() ? std::string(place->key_)
                                           : std::to_string(place->position_));
     std::ranges::reverse(path);
-    *error_ = DecodingError{kind, std::move(path), std::move(description)};
+    *error_ = DecodingError{kind, std::move(path), std::move(reason)};
 }
 
 void JSONDecoder::failType(std::string_view expected) const {

@@ -70,7 +70,7 @@ class JSONDecoder {
     /// The elements of the array at this place; empty and an error if it is none.
     [[nodiscard]] std::vector<JSONDecoder> elements() const;
 
-    void fail(DecodingError::Kind kind, std::string description) const;
+    void fail(DecodingError::Kind kind, std::string reason) const;
     /// "Expected a number but found a string."
     void failType(std::string_view expected) const;
 

@@ -14,8 +14,8 @@ namespace {
 constexpr std::size_t maximumDepth = 64;  // far above any form here; parsing never recurses deeper
 constexpr std::size_t maximumSize = std::size_t{64} << 20;
 
-DecodingError corrupted(std::string description) {
-    return {DecodingError::Kind::dataCorrupted, {}, std::move(description)};
+DecodingError corrupted(std::string reason) {
+    return {DecodingError::Kind::dataCorrupted, {}, std::move(reason)};
 }
 
 /// Builds the tree from the parser's events and stops it at the first thing that is refused.
@@ -66,8 +66,8 @@ class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
         std::unordered_set<std::string> keys;
     };
 
-    bool refuse(std::string description) {
-        error = corrupted(std::move(description));
+    bool refuse(std::string reason) {
+        error = corrupted(std::move(reason));
         return false;
     }
     bool add(JSONValue value) {

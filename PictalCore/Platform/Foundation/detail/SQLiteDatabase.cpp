@@ -12,23 +12,15 @@ namespace fs = std::filesystem;
 
 using Kind = UserDefaultsError::Kind;
 
-namespace {
-
-UserDefaultsError error(Kind kind, const fs::path& path, const std::string& reason) {
-    return {kind, path.string() + ": " + reason};
-}
-
-}  // namespace
-
 UserDefaultsError notUserDefaults(const fs::path& path) {
-    return error(Kind::corrupt, path,
-                 "damaged, or no store of user defaults; move it away to start afresh");
+    return {Kind::corrupt, path,
+            "damaged, or no store of user defaults; move it away to start afresh"};
 }
 
 UserDefaultsError systemFailure(const fs::path& path, int code) {
     const bool permission = code == EACCES || code == EPERM || code == EROFS;
-    return error(permission ? Kind::notPermitted : Kind::inputOutput, path,
-                 std::generic_category().message(code));
+    return {permission ? Kind::notPermitted : Kind::inputOutput, path,
+            std::generic_category().message(code)};
 }
 
 void SQLiteDatabase::Closer::operator()(sqlite3* handle) const {
@@ -76,13 +68,13 @@ UserDefaultsError SQLiteDatabase::failure(int code) const {
             throw std::bad_alloc();
         case SQLITE_BUSY:
         case SQLITE_LOCKED:
-            return error(Kind::busy, path_, "in use by another process; try again");
+            return {Kind::busy, path_, "in use by another process; try again"};
         case SQLITE_CORRUPT:
         case SQLITE_NOTADB:
             return notUserDefaults(path_);
         case SQLITE_READONLY:
         case SQLITE_PERM:
-            return error(Kind::notPermitted, path_, "may not be written; check its permissions");
+            return {Kind::notPermitted, path_, "may not be written; check its permissions"};
         case SQLITE_CANTOPEN:
         case SQLITE_IOERR:
             if (systemCode != 0) return systemFailure(path_, systemCode);
@@ -90,7 +82,7 @@ UserDefaultsError SQLiteDatabase::failure(int code) const {
         default:
             break;
     }
-    return error(Kind::inputOutput, path_, sqlite3_errstr(code));
+    return {Kind::inputOutput, path_, sqlite3_errstr(code)};
 }
 
 void SQLiteStatement::bind(int parameter, std::string_view text) {

@@ -24,7 +24,7 @@ using Object = UserDefaults::Object;
 std::shared_ptr<SQLiteUserDefaults> opened(const fs::path& path,
                                            std::chrono::milliseconds busyTimeout = 10s) {
     auto defaults = SQLiteUserDefaults::open(path, busyTimeout);
-    if (!defaults) throw std::runtime_error(defaults.error().description);
+    if (!defaults) throw std::runtime_error(defaults.error().description());
     return *defaults;
 }
 
@@ -96,7 +96,7 @@ TEST(SQLiteUserDefaults, RefusesWhatIsNoSoundStoreAndLeavesItAlone) {
         const auto defaults = SQLiteUserDefaults::open(folder / name);
         ASSERT_FALSE(defaults) << name;
         EXPECT_EQ(defaults.error().kind, corrupt) << name;
-        EXPECT_EQ(defaults.error().description,
+        EXPECT_EQ(defaults.error().description(),
                   (folder / name).string() +
                       ": damaged, or no store of user defaults; move it away to start afresh");
         EXPECT_EQ(contents(folder / name), before) << name;
@@ -153,7 +153,7 @@ TEST(SQLiteUserDefaults, TransactionsOfThreadsLoseNothing) {
                 const auto size = defaults.data("count")->value_or(bytesOf("")).size();
                 return defaults.setObject("count", UserDefaults::Data(size + 1)).has_value();
             });
-            EXPECT_TRUE(done) << done.error().description;
+            EXPECT_TRUE(done) << done.error().description();
         }
     };
     {
@@ -191,7 +191,7 @@ TEST(SQLiteUserDefaults, SaysWhenItMayNotReadOrWrite) {
         EXPECT_EQ(readOnly->object("key"), Object("text"));
         EXPECT_EQ(readOnly->setObject("key", "x").error().kind, notPermitted);
         EXPECT_EQ(SQLiteUserDefaults::open(folder / "unreadable").error().kind, notPermitted);
-        EXPECT_EQ(opened(folder / "missing")->setObject("key", "x").error().description,
+        EXPECT_EQ(opened(folder / "missing")->setObject("key", "x").error().description(),
                   (folder / "missing").string() + ": Permission denied");
     });
     fs::permissions(folder.path(), fs::perms(0755));
