@@ -35,6 +35,7 @@
 #include "PictalCore/Platform/Foundation/UserDefaults.h"
 #include "PictalCore/Platform/Graphics/AffineTransform.h"
 #include "PictalCore/Platform/Graphics/BitmapContext.h"
+#include "PictalCore/Platform/Graphics/BlendMode.h"
 #include "PictalCore/Platform/Graphics/CGColor.h"
 #include "PictalCore/Platform/Graphics/CGColorSpace.h"
 #include "PictalCore/Platform/Graphics/CGImage.h"

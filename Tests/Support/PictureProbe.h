@@ -1,7 +1,7 @@
 #pragma once
 
 #include "PictalCore/Platform/Graphics/CGImage.h"
-#include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
+#include "PictalCore/Platform/Graphics/Kernels/Alpha.h"
 #include "PictalCore/Platform/Graphics/detail/PixelRect.h"
 
 #include <algorithm>

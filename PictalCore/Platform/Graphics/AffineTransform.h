@@ -2,6 +2,9 @@
 
 #include "PictalCore/Platform/Foundation/CGGeometry.h"
 
+#include <cmath>
+#include <optional>
+
 namespace pictal {
 
 /// A linear map of the plane followed by a move. Points are rows, multiplied from the left:
@@ -36,6 +39,18 @@ struct AffineTransform {
     }
     [[nodiscard]] constexpr CGPoint applied(CGPoint point) const {
         return {point.x * a + point.y * c + tx, point.x * b + point.y * d + ty};
+    }
+    /// What takes everything back.
+    /// @return nothing where the plane is squeezed into a line, or a number is not finite
+    [[nodiscard]] std::optional<AffineTransform> inverted() const {
+        const CGFloat determinant = a * d - b * c;
+        const AffineTransform linear{
+            d / determinant, -b / determinant, -c / determinant, a / determinant, 0, 0};
+        const auto inverse = translation(-tx, -ty).concatenated(linear);
+        for (const CGFloat number :
+             {inverse.a, inverse.b, inverse.c, inverse.d, inverse.tx, inverse.ty})
+            if (!std::isfinite(number)) return std::nullopt;
+        return inverse;
     }
 
     friend constexpr bool operator==(const AffineTransform&, const AffineTransform&) = default;

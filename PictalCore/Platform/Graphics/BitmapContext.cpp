@@ -5,12 +5,11 @@
 #include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
 #include "PictalCore/Platform/Graphics/detail/Clip.h"
 #include "PictalCore/Platform/Graphics/detail/EllipseOutline.h"
-#include "PictalCore/Platform/Graphics/detail/FillRasterizer.h"
-#include "PictalCore/Platform/Graphics/detail/FlatPath.h"
+#include "PictalCore/Platform/Graphics/detail/ImageSilhouette.h"
 #include "PictalCore/Platform/Graphics/detail/ImageSource.h"
 #include "PictalCore/Platform/Graphics/detail/Painter.h"
 #include "PictalCore/Platform/Graphics/detail/Shadow.h"
-#include "PictalCore/Platform/Graphics/detail/StrokeRasterizer.h"
+#include "PictalCore/Platform/Graphics/detail/Shape.h"
 
 #include <algorithm>
 #include <cmath>
@@ -58,18 +57,6 @@ Path ellipseIn(const CGRect& rect) {
     return path;
 }
 
-/// The inverse; nothing where the plane is squeezed into a line or a number is not finite.
-std::optional<AffineTransform> inverted(const AffineTransform& t) {
-    const CGFloat determinant = t.a * t.d - t.b * t.c;
-    const AffineTransform linear{
-        t.d / determinant, -t.b / determinant, -t.c / determinant, t.a / determinant, 0, 0};
-    const auto inverse = AffineTransform::translation(-t.tx, -t.ty).concatenated(linear);
-    for (const CGFloat number :
-         {inverse.a, inverse.b, inverse.c, inverse.d, inverse.tx, inverse.ty})
-        if (!std::isfinite(number)) return std::nullopt;
-    return inverse;
-}
-
 /// The pixels that the rectangle consists of, if its sides fall between pixels.
 std::optional<PixelRect> wholePixels(const CGRect& rect, const AffineTransform& t) {
     if (t.b != 0 || t.c != 0) return std::nullopt;
@@ -96,33 +83,19 @@ struct BitmapContext::Impl {
     [[nodiscard]] PaintOptions options() {
         return {state().blendMode, levels(state().alpha), state().antialias};
     }
-    [[nodiscard]] CGFloat deviceLineWidth() {
-        const AffineTransform& t = state().transform;
-        return state().lineWidth * std::sqrt(std::abs(t.a * t.d - t.b * t.c));
+    [[nodiscard]] FilledPath filled(const Path& path, FillRule rule = FillRule::nonZero) {
+        return {path, rule, state().transform};
     }
-    [[nodiscard]] ShadowCaster filled(const Path& path, FillRule rule) {
-        return [=, transform = state().transform](CGPoint moved, const PixelRect& area,
-                                                  CoverageSink& sink) {
-            const auto device =
-                transform.concatenated(AffineTransform::translation(moved.x, moved.y));
-            rasterizeFill(flattenedForFill(path, device, area), rule, area, sink);
-        };
-    }
-    [[nodiscard]] ShadowCaster stroked(const Path& path) {
-        return [=, transform = state().transform, width = deviceLineWidth()](
-                   CGPoint moved, const PixelRect& area, CoverageSink& sink) {
-            const auto device =
-                transform.concatenated(AffineTransform::translation(moved.x, moved.y));
-            rasterizeStroke(flattenedForStroke(path, device, width, area), width, area, sink);
-        };
+    [[nodiscard]] StrokedPath stroked(const Path& path) {
+        return {path, state().lineWidth, state().transform};
     }
 
-    void paint(const ShadowCaster& shape, const CGColor& color);
-    void clipTo(const ShadowCaster& shape);
+    void paint(const Shape& shape, const CGColor& color);
+    void clipTo(const Shape& shape);
 };
 
 /// Casts the shape's shadow if there is one, then paints the shape.
-void BitmapContext::Impl::paint(const ShadowCaster& shape, const CGColor& color) {
+void BitmapContext::Impl::paint(const Shape& shape, const CGColor& color) {
     const PixelRect& visible = state().clip.bounds();
     if (visible.isEmpty()) return;
     if (const auto& shadow = state().shadow) {
@@ -131,12 +104,12 @@ void BitmapContext::Impl::paint(const ShadowCaster& shape, const CGColor& color)
         castShadow(*shadow, shape, visible, painter);
     }
     ColorPainter painter(canvas, state().clip, options(), straightPixel(color));
-    shape({}, visible, painter);
+    shape.cover({}, visible, painter);
 }
 
-void BitmapContext::Impl::clipTo(const ShadowCaster& shape) {
+void BitmapContext::Impl::clipTo(const Shape& shape) {
     CoverageMask mask(state().clip.bounds());
-    if (!mask.area().isEmpty()) shape({}, mask.area(), mask);
+    if (!mask.area().isEmpty()) shape.cover({}, mask.area(), mask);
     state().clip.intersect(std::move(mask));
 }
 
@@ -234,7 +207,7 @@ void BitmapContext::strokeEllipse(const CGRect& rect) {
     const auto outline =
         keepsAngles ? ellipseOutline(rect, impl_->state().lineWidth, tolerance) : std::nullopt;
     if (outline)
-        impl_->paint(impl_->filled(*outline, FillRule::nonZero), impl_->state().strokeColor);
+        impl_->paint(impl_->filled(*outline), impl_->state().strokeColor);
     else
         stroke(ellipseIn(rect));
 }
@@ -259,32 +232,20 @@ void BitmapContext::draw(const CGImage& image, const CGRect& rect) {
     const auto rows = static_cast<CGFloat>(image.height());
     const AffineTransform spread{
         place.width() / columns, 0, 0, -place.height() / rows, place.minX(), place.maxY()};
-    const auto source = [&](CGPoint moved) -> std::optional<ImageSource> {
-        const auto device = spread.concatenated(state.transform)
-                                .concatenated(AffineTransform::translation(moved.x, moved.y));
-        const auto back = inverted(device);
-        if (!back) return std::nullopt;
-        return ImageSource(image, *back, *conversion);
-    };
-    auto pixels = source({});
+    const AffineTransform toDevice = spread.concatenated(state.transform);
+    auto pixels = ImageSource::make(image, toDevice, *conversion);
     const PixelRect& visible = state.clip.bounds();
     if (!pixels || visible.isEmpty()) return;
-    const ShadowCaster frame = impl_->filled(pathOf(place), FillRule::nonZero);
 
+    const Path outline = pathOf(place);
+    const FilledPath frame = impl_->filled(outline);
     if (state.shadow) {
-        const ShadowCaster silhouette = [&](CGPoint moved, const PixelRect& area,
-                                            CoverageSink& sink) {
-            auto movedPixels = source(moved);
-            if (!movedPixels) return;
-            AlphaFilter filter(*movedPixels, sink);
-            frame(moved, area, filter);
-        };
         ColorPainter painter(impl_->canvas, state.clip, impl_->options(),
                              straightPixel(state.shadow->color));
-        castShadow(*state.shadow, silhouette, visible, painter);
+        castShadow(*state.shadow, ImageSilhouette(image, toDevice, frame), visible, painter);
     }
     ImagePainter painter(impl_->canvas, state.clip, impl_->options(), *pixels);
-    frame({}, visible, painter);
+    frame.cover({}, visible, painter);
 }
 
 CGImage BitmapContext::makeImage() && {

@@ -3,6 +3,7 @@
 #include "PictalCore/Export.h"
 #include "PictalCore/Platform/Foundation/CGGeometry.h"
 #include "PictalCore/Platform/Graphics/AffineTransform.h"
+#include "PictalCore/Platform/Graphics/BlendMode.h"
 #include "PictalCore/Platform/Graphics/CGColor.h"
 #include "PictalCore/Platform/Graphics/CGColorSpace.h"
 #include "PictalCore/Platform/Graphics/CGImage.h"
@@ -14,14 +15,6 @@
 #include <optional>
 
 namespace pictal {
-
-/// How paint meets what is already there.
-enum class BlendMode : std::uint8_t {
-    normal,          ///< paint over it
-    copy,            ///< replace it, alpha included
-    clear,           ///< take it away
-    destinationOut,  ///< take away as much as the paint is opaque
-};
 
 /// The drawing surface: a raster of 8-bit RGBA pixels, transparent at first. One unit is one pixel,
 /// the origin is the lower left corner and y grows upward, until the transform says otherwise.

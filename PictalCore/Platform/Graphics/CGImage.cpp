@@ -1,6 +1,6 @@
 #include "PictalCore/Platform/Graphics/CGImage.h"
 
-#include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
+#include "PictalCore/Platform/Graphics/Kernels/Alpha.h"
 #include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
 
 #include <algorithm>

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PictalCore/Styling/detail/CardOutline.h"
+#include "PictalCore/Styling/detail/EdgeProfile.h"
 #include "PictalCore/Styling/detail/RoundedMask.h"
 
 #include <cstdint>
@@ -7,38 +9,6 @@
 #include <vector>
 
 namespace pictal::detail {
-
-/// A rounded rectangle in the middle of its canvas: `padding` pixels from every side.
-struct CardOutline {
-    std::int64_t width = 0;
-    std::int64_t height = 0;
-    std::int64_t padding = 0;
-    /// 0…half the shorter side
-    double radius = 0;
-
-    [[nodiscard]] std::int64_t canvasWidth() const { return width + 2 * padding; }
-    [[nodiscard]] std::int64_t canvasHeight() const { return height + 2 * padding; }
-};
-
-/// Blurred edges at all the places where they can lie between the pixels of a row. The raster of
-/// the edges is `cells` times as fine as that of the pixels.
-class EdgeProfile {
-  public:
-    EdgeProfile(double shift, double deviation, std::int64_t cells);
-
-    /// What an edge at 0, moved by the shift, covers of the pixel that begins at `cell`: 0…1, and
-    /// exactly that far away.
-    [[nodiscard]] float covered(std::int64_t cell) const;
-    /// Adds weight × the coverage of the run begin…end − 1 of cells.
-    /// @param first  the cell at which the first pixel of the row begins
-    void addRun(std::span<float> row, std::int64_t first, std::int64_t begin, std::int64_t end,
-                float weight) const;
-
-  private:
-    std::int64_t cells_;
-    std::int64_t firstCell_;
-    std::vector<float> values_;
-};
 
 /// An outline blurred by a Gaussian and moved, a canvas row at a time. A rectangle's blur is the
 /// product of that of its sides; the blur of what the round corners cut off is taken from it.

@@ -2,6 +2,7 @@
 
 #include "PictalCore/Styling/ShadowStyle.h"
 #include "PictalCore/Styling/detail/BlurredCard.h"
+#include "PictalCore/Styling/detail/CardOutline.h"
 #include "PictalCore/Styling/detail/RoundedMask.h"
 
 #include <array>

@@ -36,23 +36,4 @@ namespace pictal::kernels {
     return static_cast<std::uint32_t>(static_cast<std::int32_t>(level + 0.5F));
 }
 
-/// Straight to premultiplied alpha.
-[[nodiscard]] constexpr std::uint32_t premultiplied(std::uint32_t pixel) {
-    const std::uint32_t a = alphaOf(pixel);
-    return pixelOf(divideBy255(redOf(pixel) * a), divideBy255(greenOf(pixel) * a),
-                   divideBy255(blueOf(pixel) * a), a);
-}
-
-/// Premultiplied to straight alpha, exactly rounded: premultiplying again gives the same word. A
-/// component above its alpha counts as the alpha.
-[[nodiscard]] constexpr std::uint32_t unpremultiplied(std::uint32_t pixel) {
-    const std::uint32_t a = alphaOf(pixel);
-    const std::uint32_t divisor = a > 1 ? a : 1;
-    const auto straight = [=](std::uint32_t component) {
-        const std::uint32_t bounded = component < a ? component : a;
-        return (bounded * 255 + divisor / 2) / divisor;
-    };
-    return pixelOf(straight(redOf(pixel)), straight(greenOf(pixel)), straight(blueOf(pixel)), a);
-}
-
 }  // namespace pictal::kernels

@@ -22,10 +22,6 @@ inline constexpr std::size_t rowFilterCount = 5;
 inline constexpr std::size_t rowMargin = 8;
 
 struct FilterRowKernels {
-    /// Premultiplied to straight alpha, exactly rounded; both spans have the same length.
-    void (*unpremultiply)(std::span<const std::uint32_t> from, std::span<std::uint32_t> to);
-    /// Straight to premultiplied alpha, exactly rounded.
-    void (*premultiply)(std::span<const std::uint32_t> from, std::span<std::uint32_t> to);
     /// Drops the alpha: three bytes a pixel.
     void (*packRGB)(std::span<const std::uint32_t> pixels, std::uint8_t* to);
     /// How many pixels equal their left or their upper neighbour; without a row above, their left.

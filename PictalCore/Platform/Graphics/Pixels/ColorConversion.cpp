@@ -1,6 +1,6 @@
 #include "PictalCore/Platform/Graphics/Pixels/ColorConversion.h"
 
-#include "PictalCore/Platform/Graphics/Kernels/FilterRows.h"
+#include "PictalCore/Platform/Graphics/Kernels/Alpha.h"
 
 #include <algorithm>
 #include <array>
@@ -44,7 +44,7 @@ ColorConversion::ColorConversion(std::shared_ptr<const Transform> transform)
 
 std::optional<ColorConversion> ColorConversion::make(const CGColorSpace& from,
                                                      const CGColorSpace& to) {
-    if (from.hasSameNumbersAs(to)) return ColorConversion(nullptr);
+    if (from.hasSameNumbersAs(to)) return ColorConversion();
     // A context of its own keeps the library's complaints away from standard error.
     auto transform = std::make_shared<Transform>();
     transform->context.reset(cmsCreateContext(nullptr, nullptr));
@@ -66,7 +66,7 @@ void ColorConversion::convert(std::span<const std::uint32_t> from,
         return;
     }
     // Colour management wants straight alpha; a piece at a time stays in the first cache.
-    const kernels::FilterRowKernels& rows = kernels::filterRowKernels();
+    const kernels::AlphaKernels& alpha = kernels::alphaKernels();
     std::array<std::uint32_t, 1024> straightPiece;
     std::array<std::uint32_t, straightPiece.size()> convertedPiece;
     for (std::size_t done = 0; done < from.size(); done += straightPiece.size()) {
@@ -74,12 +74,12 @@ void ColorConversion::convert(std::span<const std::uint32_t> from,
         const auto source = from.subspan(done, count);
         const auto straight = std::span(straightPiece).first(count);
         const auto converted = std::span(convertedPiece).first(count);
-        rows.unpremultiply(source, straight);
+        alpha.unpremultiply(source, straight);
         cmsDoTransform(transform_->handle.get(), straight.data(), converted.data(),
                        static_cast<cmsUInt32Number>(count));
         for (std::size_t i = 0; i < count; ++i)
             converted[i] = (converted[i] & 0x00FFFFFF) | (straight[i] & 0xFF000000);
-        rows.premultiply(converted, to.subspan(done, count));
+        alpha.premultiply(converted, to.subspan(done, count));
     }
 }
 

@@ -9,12 +9,14 @@
 
 namespace pictal::detail {
 
-/// Carries premultiplied pixels from one colour space to another, a row at a time.
+/// Carries premultiplied pixels from one colour space to another, a row at a time. A default one
+/// changes nothing.
 class ColorConversion {
   public:
     /// @return nothing when the colour management cannot make it (memory, a damaged profile)
     [[nodiscard]] static std::optional<ColorConversion> make(const CGColorSpace& from,
                                                              const CGColorSpace& to);
+    ColorConversion() = default;
 
     /// Whether converting changes nothing.
     [[nodiscard]] bool isIdentity() const { return !transform_; }

@@ -1,10 +1,7 @@
 #include "PictalCore/Platform/Graphics/detail/ImageSource.h"
 
-#include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
-
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 namespace pictal::detail {
 
@@ -28,11 +25,19 @@ std::optional<ImageSource::Offset> ImageSource::wholeOffset(const AffineTransfor
     return Offset{static_cast<std::int64_t>(x), static_cast<std::int64_t>(y)};
 }
 
+std::optional<ImageSource> ImageSource::make(const CGImage& image,
+                                             const AffineTransform& imageToDevice,
+                                             const ColorConversion& conversion) {
+    const auto deviceToImage = imageToDevice.inverted();
+    if (!deviceToImage) return std::nullopt;
+    return ImageSource(image, *deviceToImage, conversion);
+}
+
 ImageSource::ImageSource(const CGImage& image, const AffineTransform& deviceToImage,
-                         ColorConversion conversion)
+                         const ColorConversion& conversion)
     : image_(image),
       deviceToImage_(deviceToImage),
-      conversion_(std::move(conversion)),
+      conversion_(conversion),
       offset_(wholeOffset(deviceToImage)) {}
 
 std::span<const std::uint32_t> ImageSource::stored(std::int64_t row, std::int64_t left,
@@ -66,21 +71,6 @@ std::span<const std::uint32_t> ImageSource::pixels(std::int64_t row, std::int64_
     const auto converted = std::span(scratch_).first(source.size());
     conversion_.convert(source, converted);
     return converted;
-}
-
-void AlphaFilter::solid(std::int64_t row, std::int64_t left, std::int64_t right) {
-    const std::vector<std::uint8_t> whole(static_cast<std::size_t>(right - left), 255);
-    varied(row, left, whole);
-}
-
-void AlphaFilter::varied(std::int64_t row, std::int64_t left,
-                         std::span<const std::uint8_t> coverage) {
-    const auto pixels = source_.pixels(row, left, static_cast<std::int64_t>(coverage.size()));
-    scratch_.resize(coverage.size());
-    for (std::size_t i = 0; i < coverage.size(); ++i)
-        scratch_[i] = static_cast<std::uint8_t>(
-            kernels::divideBy255(kernels::alphaOf(pixels[i]) * coverage[i]));
-    next_.varied(row, left, scratch_);
 }
 
 }  // namespace pictal::detail

@@ -3,7 +3,6 @@
 #include "PictalCore/Platform/Graphics/AffineTransform.h"
 #include "PictalCore/Platform/Graphics/CGImage.h"
 #include "PictalCore/Platform/Graphics/Pixels/ColorConversion.h"
-#include "PictalCore/Platform/Graphics/detail/CoverageSink.h"
 
 #include <cstdint>
 #include <optional>
@@ -16,9 +15,11 @@ namespace pictal::detail {
 /// takes the image pixel that its centre falls on, or the nearest one.
 class ImageSource {
   public:
-    /// @param deviceToImage  from canvas pixels to image pixels, both with y down
-    ImageSource(const CGImage& image, const AffineTransform& deviceToImage,
-                ColorConversion conversion);
+    /// @param imageToDevice  from image pixels to canvas pixels, both with y down
+    /// @return nothing when that squeezes the image into a line
+    [[nodiscard]] static std::optional<ImageSource> make(const CGImage& image,
+                                                         const AffineTransform& imageToDevice,
+                                                         const ColorConversion& conversion);
 
     [[nodiscard]] bool isOpaque() const { return image_.isOpaque(); }
     /// The pixels that belong on columns left…left + count − 1 of a canvas row. The span lasts
@@ -27,6 +28,9 @@ class ImageSource {
                                                         std::int64_t count);
 
   private:
+    ImageSource(const CGImage& image, const AffineTransform& deviceToImage,
+                const ColorConversion& conversion);
+
     struct Offset {
         std::int64_t x;
         std::int64_t y;
@@ -43,21 +47,6 @@ class ImageSource {
     ColorConversion conversion_;
     std::optional<Offset> offset_;  // none: scaled, turned, or between the pixels
     std::vector<std::uint32_t> scratch_;
-};
-
-/// Passes coverage on, weighed by the alpha of an image's pixels: the silhouette of the image.
-class AlphaFilter final : public CoverageSink {
-  public:
-    AlphaFilter(ImageSource& source, CoverageSink& next) : source_(source), next_(next) {}
-
-    void solid(std::int64_t row, std::int64_t left, std::int64_t right) override;
-    void varied(std::int64_t row, std::int64_t left,
-                std::span<const std::uint8_t> coverage) override;
-
-  private:
-    ImageSource& source_;
-    CoverageSink& next_;
-    std::vector<std::uint8_t> scratch_;
 };
 
 }  // namespace pictal::detail

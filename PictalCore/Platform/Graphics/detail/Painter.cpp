@@ -1,6 +1,6 @@
 #include "PictalCore/Platform/Graphics/detail/Painter.h"
 
-#include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
+#include "PictalCore/Platform/Graphics/Kernels/Alpha.h"
 #include "PictalCore/Platform/Graphics/Kernels/Blend.h"
 
 #include <algorithm>

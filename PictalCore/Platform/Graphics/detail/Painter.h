@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PictalCore/Platform/Graphics/BitmapContext.h"
+#include "PictalCore/Platform/Graphics/BlendMode.h"
 #include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
 #include "PictalCore/Platform/Graphics/detail/Clip.h"
 #include "PictalCore/Platform/Graphics/detail/CoverageSink.h"

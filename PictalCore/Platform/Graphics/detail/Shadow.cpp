@@ -120,23 +120,23 @@ PixelRect grown(const PixelRect& rect, std::int64_t margin) {
 
 }  // namespace
 
-void castShadow(const ShadowSettings& shadow, const ShadowCaster& caster, const PixelRect& visible,
+void castShadow(const ShadowSettings& shadow, const Shape& shape, const PixelRect& visible,
                 CoverageSink& painter) {
     if (!std::isfinite(shadow.offset.width) || !std::isfinite(shadow.offset.height)) return;
     const double deviation = kernels::gaussianDeviation(std::min(shadow.blur, greatestBlur));
     const auto margin = static_cast<std::int64_t>(std::ceil(kernels::gaussianReach(deviation)));
     const CGPoint moved{shadow.offset.width, -shadow.offset.height};
 
-    ExtentFinder shape;
-    caster(moved, grown(visible, margin), shape);
-    const PixelRect& extent = shape.extent();
+    ExtentFinder finder;
+    shape.cover(moved, grown(visible, margin), finder);
+    const PixelRect& extent = finder.extent();
     const PixelRect shown = grown(extent, margin).intersection(visible);
     if (extent.isEmpty() || shown.isEmpty()) return;
 
     // A tenth of the deviation: within a fifth of a level of the blur of the pixels themselves.
     const std::int64_t side = std::max(static_cast<std::int64_t>(deviation / 10), std::int64_t{1});
     CellMask mask(grown(extent, margin + side), side);
-    caster(moved, extent, mask);
+    shape.cover(moved, extent, mask);
     mask.blur(deviation);
     std::vector<std::uint8_t> levels(static_cast<std::size_t>(shown.width()));
     for (std::int64_t row = shown.top; row < shown.bottom; ++row) {

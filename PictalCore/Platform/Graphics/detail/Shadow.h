@@ -1,11 +1,9 @@
 #pragma once
 
 #include "PictalCore/Platform/Graphics/CGColor.h"
-#include "PictalCore/Platform/Graphics/detail/Clip.h"
 #include "PictalCore/Platform/Graphics/detail/CoverageSink.h"
 #include "PictalCore/Platform/Graphics/detail/PixelRect.h"
-
-#include <functional>
+#include "PictalCore/Platform/Graphics/detail/Shape.h"
 
 namespace pictal::detail {
 
@@ -16,13 +14,10 @@ struct ShadowSettings {
     CGColor color;
 };
 
-/// What casts the shadow: reports its coverage inside an area, moved right and down by pixels.
-using ShadowCaster = std::function<void(CGPoint moved, const PixelRect& area, CoverageSink& sink)>;
-
-/// Paints the blurred shape of the caster.
+/// Paints the blurred shape.
 /// @param visible  where the result can show: nothing beyond it is computed
 /// @param painter  receives the shadow's coverage
-void castShadow(const ShadowSettings& shadow, const ShadowCaster& caster, const PixelRect& visible,
+void castShadow(const ShadowSettings& shadow, const Shape& shape, const PixelRect& visible,
                 CoverageSink& painter);
 
 }  // namespace pictal::detail

@@ -1,5 +1,6 @@
 #include "PictalCore/Platform/ImageIO/detail/PNGFastRead.h"
 
+#include "PictalCore/Platform/Graphics/Kernels/Alpha.h"
 #include "PictalCore/Platform/Graphics/Kernels/FilterRows.h"
 
 #include <memory>
@@ -53,7 +54,7 @@ class Rows {
         const std::span<std::uint32_t> row = pixels_.row(y);
         if (hasAlpha_) {
             kernels::unfilterRGBA(filter, stored, above_, straight_);
-            kernels_.premultiply(straight_, row);
+            alpha_.premultiply(straight_, row);
             std::swap(straight_, above_);
         } else if (y == 0) {
             kernels::unfilterRGB(filter, stored, above_, row);
@@ -63,7 +64,7 @@ class Rows {
     }
 
   private:
-    const kernels::FilterRowKernels& kernels_ = kernels::filterRowKernels();
+    const kernels::AlphaKernels& alpha_ = kernels::alphaKernels();
     bool hasAlpha_;
     PixelBuffer& pixels_;
     std::vector<std::uint32_t> above_;

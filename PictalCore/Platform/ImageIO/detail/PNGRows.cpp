@@ -1,6 +1,6 @@
 #include "PictalCore/Platform/ImageIO/detail/PNGRows.h"
 
-#include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
+#include "PictalCore/Platform/Graphics/Kernels/Alpha.h"
 
 #include <algorithm>
 

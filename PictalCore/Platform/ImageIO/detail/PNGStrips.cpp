@@ -1,6 +1,6 @@
 #include "PictalCore/Platform/ImageIO/detail/PNGStrips.h"
 
-#include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
+#include "PictalCore/Platform/Graphics/Kernels/Alpha.h"
 
 #include <algorithm>
 #include <cstring>
@@ -40,7 +40,7 @@ void PNGStrips::pack(Row row, std::uint8_t* to) {
     for (const std::uint32_t pixel : row)
         alphas &= pixel;
     if (alphas != 0xFF000000) {
-        kernels_.unpremultiply(row, straight_);
+        kernels::alphaKernels().unpremultiply(row, straight_);
         row = straight_;
     }
     std::memcpy(to, row.data(), rowBytes_);

@@ -1,4 +1,4 @@
-#include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
+#include "PictalCore/Platform/Graphics/Kernels/Alpha.h"
 #include "PictalCore/Platform/Graphics/Kernels/Blend.h"
 
 #include <random>
@@ -12,10 +12,6 @@ namespace {
 TEST(Arithmetic, DivisionBy255IsExactlyRounded) {
     for (std::uint32_t x = 0; x <= 65025; ++x)
         ASSERT_EQ(divideBy255(x), (x + 127) / 255) << x;
-}
-
-TEST(Arithmetic, AComponentAboveItsAlphaCountsAsTheAlpha) {
-    EXPECT_EQ(unpremultiplied(pixelOf(200, 50, 0, 100)), pixelOf(255, 128, 0, 100));
 }
 
 /// The rows that a kernel works on, and what is around them.

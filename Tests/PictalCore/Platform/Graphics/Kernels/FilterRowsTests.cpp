@@ -87,19 +87,6 @@ TEST_P(FilterRows, FiltersAndTheirCostsAreThoseOfTheStandard) {
         }
 }
 
-TEST_P(FilterRows, AlphaGoesOutAndInExactlyForEveryPair) {
-    Words pixels;
-    for (std::uint32_t i = 0; i < 65536; ++i)
-        pixels.push_back(pixelOf(i & 255, 255 - (i & 255), (i & 255) / 2, i >> 8));
-    Words straight(pixels.size()), back(pixels.size());
-    kernels_.unpremultiply(pixels, straight);
-    kernels_.premultiply(pixels, back);
-    for (std::size_t i = 0; i < pixels.size(); ++i) {
-        ASSERT_EQ(straight[i], unpremultiplied(pixels[i])) << "word " << std::hex << pixels[i];
-        ASSERT_EQ(back[i], premultiplied(pixels[i])) << "word " << std::hex << pixels[i];
-    }
-}
-
 TEST_P(FilterRows, PacksAndCountsAtEveryWidth) {
     for (std::size_t width = 1; width <= 130; ++width) {
         Words row = randomWords(width), above = randomWords(width);

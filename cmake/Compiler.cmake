@@ -8,6 +8,19 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     target_compile_options(pictal_warnings INTERFACE
         -Wno-maybe-uninitialized -Wno-array-bounds -Wno-stringop-overflow -Wno-restrict)
 endif()
+
+# What the library itself is compiled with.
+add_library(pictal_library INTERFACE)
+# What the shared library shows is not for replacing at run time, so g++ may inline it.
+target_compile_options(pictal_library INTERFACE -fno-semantic-interposition)
+# The pixel loops need -O3 to be vectorised; g++ 12's straight-line vectoriser drops roundings to
+# float, so it stays off.
+if(CMAKE_BUILD_TYPE STREQUAL "Release")
+    target_compile_options(pictal_library INTERFACE -O3 -fno-tree-slp-vectorize -fno-math-errno)
+elseif(CMAKE_BUILD_TYPE STREQUAL "Sanitized")
+    target_compile_options(pictal_library INTERFACE -O1 -g1)
+endif()
+
 if(PICTAL_SANITIZE)
     add_compile_options(-fsanitize=${PICTAL_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     add_compile_definitions(_GLIBCXX_ASSERTIONS)
