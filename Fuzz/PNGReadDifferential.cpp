@@ -28,7 +28,7 @@ void compare(std::span<const std::byte> bytes) {
     auto fast = allocate();
     if (!fast || !readFast(*file, *fast)) return;
     auto slow = allocate();
-    if (!slow || !readWithLibPNG(bytes, file->header, PNGRows(*file, PNGColor()), *slow))
+    if (!slow || !readWithLibPNG(bytes, file->header, PNGRowReader(*file, PNGColor()), *slow))
         std::abort();
     for (std::int64_t y = 0; y < file->header.height; ++y)
         if (!std::ranges::equal(fast->row(y), slow->row(y))) std::abort();

@@ -9,7 +9,7 @@ using detail::PixelBuffer;
 using detail::PNGColor;
 using detail::PNGFile;
 using detail::PNGHeader;
-using detail::PNGRows;
+using detail::PNGRowReader;
 
 namespace {
 
@@ -60,7 +60,7 @@ std::expected<CGImage, ReadError> read(std::span<const std::byte> bytes, const R
                       "not enough memory for " + sizeOf(file->header) + " pixels"));
     const PNGColor color = PNGColor::of(*file);
     if (!detail::readFast(*file, *pixels)) {
-        const PNGRows rows(*file, color);
+        const PNGRowReader rows(*file, color);
         if (auto done = detail::readWithLibPNG(bytes, file->header, rows, *pixels); !done)
             return std::unexpected(done.error());
     }

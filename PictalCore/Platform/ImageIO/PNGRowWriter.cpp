@@ -3,7 +3,7 @@
 #include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
 #include "PictalCore/Platform/ImageIO/detail/DeflateStream.h"
 #include "PictalCore/Platform/ImageIO/detail/PNGChunkWriter.h"
-#include "PictalCore/Platform/ImageIO/detail/PNGStrips.h"
+#include "PictalCore/Platform/ImageIO/detail/PNGStripWriter.h"
 
 #include <algorithm>
 
@@ -11,12 +11,12 @@ namespace pictal::PNG {
 
 using detail::DeflateStream;
 using detail::PNGChunkWriter;
-using detail::PNGStrips;
+using detail::PNGStripWriter;
 
 struct RowWriter::State {
     Layout layout;
     Sink sink;
-    PNGStrips strips;
+    PNGStripWriter strips;
     DeflateStream stream;
     PNGChunkWriter file;
     /// The rows of the strip that is not full yet, and room for it filtered.
@@ -30,8 +30,8 @@ struct RowWriter::State {
           sink(std::move(itsSink)),
           strips(layout.width, colorType()),
           stream(std::move(itsStream)),
-          pixels(width() * PNGStrips::rowCount),
-          filtered(strips.rowBytes() * PNGStrips::rowCount) {}
+          pixels(width() * PNGStripWriter::rowCount),
+          filtered(strips.rowBytes() * PNGStripWriter::rowCount) {}
 
     [[nodiscard]] ColorType colorType() const {
         return layout.isOpaque ? ColorType::rgb : ColorType::rgba;
@@ -48,7 +48,7 @@ struct RowWriter::State {
 };
 
 bool RowWriter::State::writeStrip() {
-    std::array<PNGStrips::Row, PNGStrips::rowCount> rows;
+    std::array<PNGStripWriter::Row, PNGStripWriter::rowCount> rows;
     for (std::size_t i = 0; i < rowsHeld; ++i)
         rows[i] = std::span(pixels).subspan(i * width(), width());
     strips.filter(std::span(rows).first(rowsHeld), filtered.data());
@@ -83,7 +83,7 @@ std::expected<void, WriteError> RowWriter::write(std::span<const std::uint32_t> 
         row, state.pixels.begin() + static_cast<std::ptrdiff_t>(state.rowsHeld * state.width()));
     ++state.rowsHeld;
     ++state.rowsWritten;
-    const bool isFull = state.rowsHeld == PNGStrips::rowCount;
+    const bool isFull = state.rowsHeld == PNGStripWriter::rowCount;
     if (isFull && !state.writeStrip()) return std::unexpected(WriteError::sinkFailed);
     return {};
 }

@@ -2,46 +2,45 @@
 #include "PictalCore/Platform/ImageIO/detail/DeflateStream.h"
 #include "PictalCore/Platform/ImageIO/detail/PNGChunkWriter.h"
 #include "PictalCore/Platform/ImageIO/detail/PNGPalette.h"
-#include "PictalCore/Platform/ImageIO/detail/PNGStrips.h"
+#include "PictalCore/Platform/ImageIO/detail/PNGStripWriter.h"
+#include "PictalCore/Platform/ImageIO/detail/ZlibStream.h"
 
 #include <memory>
 #include <new>
-
-#include <libdeflate.h>
 
 namespace pictal::PNG {
 
 using detail::DeflateStream;
 using detail::PNGChunkWriter;
 using detail::PNGPalette;
-using detail::PNGStrips;
+using detail::PNGStripWriter;
 
 namespace {
 
 /// The rows of a picture as the bytes that a file compresses, a strip at a time from the top.
-class Strips {
+class StripSource {
   public:
-    Strips(const CGImage& image, const PNGPalette* palette)
+    StripSource(const CGImage& image, const PNGPalette* palette)
         : image_(image),
           palette_(palette),
-          strips_(image.width(), image.isOpaque() ? ColorType::rgb : ColorType::rgba),
+          writer_(image.width(), image.isOpaque() ? ColorType::rgb : ColorType::rgba),
           rowBytes_(
               palette ? 1 + (static_cast<std::size_t>(image.width() * palette->bitDepth()) + 7) / 8
-                      : strips_.rowBytes()) {}
+                      : writer_.rowBytes()) {}
 
     [[nodiscard]] std::size_t rowBytes() const { return rowBytes_; }
     /// Bytes of the next strip; 0 at the end.
     [[nodiscard]] std::size_t nextSize() const {
         const auto left = static_cast<std::size_t>(image_.height() - next_);
-        return std::min(left, PNGStrips::rowCount) * rowBytes_;
+        return std::min(left, PNGStripWriter::rowCount) * rowBytes_;
     }
     void take(std::uint8_t* to) {
-        std::array<PNGStrips::Row, PNGStrips::rowCount> rows;
+        std::array<PNGStripWriter::Row, PNGStripWriter::rowCount> rows;
         const std::size_t count = nextSize() / rowBytes_;
         for (std::size_t i = 0; i < count; ++i)
             rows[i] = image_.row(next_++);
         if (!palette_) {
-            strips_.filter(std::span(rows).first(count), to);
+            writer_.filter(std::span(rows).first(count), to);
             return;
         }
         for (std::size_t i = 0; i < count; ++i, to += rowBytes_) {
@@ -53,14 +52,14 @@ class Strips {
   private:
     const CGImage& image_;
     const PNGPalette* palette_;
-    PNGStrips strips_;
+    PNGStripWriter writer_;
     std::size_t rowBytes_;
     std::int64_t next_ = 0;
 };
 
 using Outcome = std::expected<void, WriteError>;
 
-Outcome deflateFast(Strips& strips, PNGChunkWriter& file) {
+Outcome deflateFast(StripSource& strips, PNGChunkWriter& file) {
     auto stream = DeflateStream::make();
     if (!stream) return std::unexpected(WriteError::outOfMemory);
     const auto sink = [&](std::span<const std::byte> piece) {
@@ -76,7 +75,7 @@ Outcome deflateFast(Strips& strips, PNGChunkWriter& file) {
     return {};
 }
 
-Outcome deflateWhole(Strips& strips, std::size_t size, int level, PNGChunkWriter& file) {
+Outcome deflateWhole(StripSource& strips, std::size_t size, int level, PNGChunkWriter& file) {
     const std::unique_ptr<std::uint8_t[]> filtered(new (std::nothrow) std::uint8_t[size]);
     if (!filtered) return std::unexpected(WriteError::outOfMemory);
     std::uint8_t* to = filtered.get();
@@ -84,15 +83,9 @@ Outcome deflateWhole(Strips& strips, std::size_t size, int level, PNGChunkWriter
         strips.take(to);
         to += count;
     }
-    const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
-        libdeflate_alloc_compressor(level), &libdeflate_free_compressor);
-    if (!compressor) return std::unexpected(WriteError::outOfMemory);
-    const std::size_t room = libdeflate_zlib_compress_bound(compressor.get(), size);
-    const std::unique_ptr<std::byte[]> stream(new (std::nothrow) std::byte[room]);
+    const auto stream = detail::compressed(std::as_bytes(std::span(filtered.get(), size)), level);
     if (!stream) return std::unexpected(WriteError::outOfMemory);
-    const std::size_t streamSize =
-        libdeflate_zlib_compress(compressor.get(), filtered.get(), size, stream.get(), room);
-    file.imageData({stream.get(), streamSize});
+    file.imageData(stream->span());
     return {};
 }
 
@@ -112,7 +105,7 @@ std::expected<std::vector<std::byte>, WriteError> write(const CGImage& image,
                    image.isOpaque() ? ColorType::rgb : ColorType::rgba, 8);
         file.colorSpace(image.colorSpace());
     }
-    Strips strips(image, palette ? &*palette : nullptr);
+    StripSource strips(image, palette ? &*palette : nullptr);
     const std::size_t size = strips.rowBytes() * static_cast<std::size_t>(image.height());
     const Outcome done = compression == Compression::fast ? deflateFast(strips, file)
                          : compression == Compression::standard

@@ -7,7 +7,8 @@
 #include <cstdint>
 #include <span>
 
-/// The loops of PNG writing and reading over one row.
+/// The loops of PNG writing and reading over one row; those that undo filters are in
+/// UnfilterRows.h.
 ///
 /// A filter replaces each byte by its difference from a prediction, made of the byte one pixel to
 /// the left, the one above, and the one above left.
@@ -39,13 +40,5 @@ struct FilterRowKernels {
 
 /// @param target  one that is available
 [[nodiscard]] const FilterRowKernels& filterRowKernels(Target target = bestTarget());
-
-/// Undoes a filter and makes words of the pixels: of three bytes opaque ones, of four as they are.
-/// @param from   one byte behind the row must be readable
-/// @param above  the row above as words that came out of this; zeros above the first row
-void unfilterRGB(RowFilter filter, const std::uint8_t* from, std::span<const std::uint32_t> above,
-                 std::span<std::uint32_t> to);
-void unfilterRGBA(RowFilter filter, const std::uint8_t* from, std::span<const std::uint32_t> above,
-                  std::span<std::uint32_t> to);
 
 }  // namespace pictal::kernels

@@ -1,4 +1,4 @@
-#include "PictalCore/Platform/Graphics/Kernels/FilterRows.h"
+#include "PictalCore/Platform/Graphics/Kernels/UnfilterRows.h"
 
 #include <bit>
 #include <cstring>

@@ -88,7 +88,7 @@ std::unexpected<ReadError> failure(const Session& session) {
 }  // namespace
 
 std::expected<void, ReadError> readWithLibPNG(std::span<const std::byte> bytes,
-                                              const PNGHeader& header, const PNGRows& rows,
+                                              const PNGHeader& header, const PNGRowReader& rows,
                                               PixelBuffer& pixels) {
     Session session(bytes);
     session.png = png_create_read_struct(PNG_LIBPNG_VER_STRING, &session, onError, onWarning);

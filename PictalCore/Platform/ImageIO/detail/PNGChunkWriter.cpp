@@ -1,10 +1,12 @@
 #include "PictalCore/Platform/ImageIO/detail/PNGChunkWriter.h"
 
 #include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
+#include "PictalCore/Platform/ImageIO/detail/BigEndian.h"
 #include "PictalCore/Platform/ImageIO/detail/FileFormats.h"
+#include "PictalCore/Platform/ImageIO/detail/ZlibStream.h"
 
 #include <algorithm>
-#include <memory>
+#include <new>
 
 #include <libdeflate.h>
 
@@ -19,11 +21,6 @@ constexpr std::size_t greatestChunk = std::size_t{1} << 30;
 
 void append(std::vector<std::byte>& bytes, std::span<const std::byte> more) {
     bytes.insert(bytes.end(), more.begin(), more.end());
-}
-
-void append32(std::vector<std::byte>& bytes, std::uint32_t number) {
-    for (int shift = 24; shift >= 0; shift -= 8)
-        bytes.push_back(static_cast<std::byte>(number >> shift & 255));
 }
 
 std::byte codeOf(ColorType type) {
@@ -46,14 +43,9 @@ std::byte codeOf(ColorType type) {
 std::vector<std::byte> packedProfile(std::span<const std::byte> profile) {
     std::vector<std::byte> data;
     append(data, std::as_bytes(std::span(std::string_view("ICC profile\0\0", 13))));
-    const std::unique_ptr<libdeflate_compressor, decltype(&libdeflate_free_compressor)> compressor(
-        libdeflate_alloc_compressor(9), &libdeflate_free_compressor);
-    if (!compressor) throw std::bad_alloc();
-    const std::size_t before = data.size();
-    const std::size_t room = libdeflate_zlib_compress_bound(compressor.get(), profile.size());
-    data.resize(before + room);
-    data.resize(before + libdeflate_zlib_compress(compressor.get(), profile.data(), profile.size(),
-                                                  data.data() + before, room));
+    const auto stream = compressed(profile, 9);
+    if (!stream) throw std::bad_alloc();
+    append(data, stream->span());
     return data;
 }
 
@@ -63,8 +55,8 @@ void PNGChunkWriter::begin(std::int64_t width, std::int64_t height, ColorType co
                            int bitDepth) {
     append(bytes_, std::as_bytes(std::span(pngSignature)));
     std::vector<std::byte> header;
-    append32(header, static_cast<std::uint32_t>(width));
-    append32(header, static_cast<std::uint32_t>(height));
+    appendBigEndian32(header, static_cast<std::uint32_t>(width));
+    appendBigEndian32(header, static_cast<std::uint32_t>(height));
     header.push_back(static_cast<std::byte>(bitDepth));
     header.push_back(codeOf(colorType));
     header.resize(13);  // compression, filter and interlace methods 0
@@ -101,11 +93,12 @@ void PNGChunkWriter::end() {
 }
 
 void PNGChunkWriter::chunk(std::string_view type, std::span<const std::byte> data) {
-    append32(bytes_, static_cast<std::uint32_t>(data.size()));
+    appendBigEndian32(bytes_, static_cast<std::uint32_t>(data.size()));
     const std::size_t covered = bytes_.size();
     append(bytes_, std::as_bytes(std::span(type)));
     append(bytes_, data);
-    append32(bytes_, libdeflate_crc32(0, bytes_.data() + covered, bytes_.size() - covered));
+    appendBigEndian32(bytes_,
+                      libdeflate_crc32(0, bytes_.data() + covered, bytes_.size() - covered));
 }
 
 }  // namespace pictal::detail

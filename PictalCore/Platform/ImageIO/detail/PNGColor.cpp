@@ -1,10 +1,10 @@
 #include "PictalCore/Platform/ImageIO/detail/PNGColor.h"
 
+#include "PictalCore/Platform/ImageIO/detail/BigEndian.h"
+#include "PictalCore/Platform/ImageIO/detail/ZlibStream.h"
+
 #include <algorithm>
 #include <cmath>
-#include <memory>
-
-#include <libdeflate.h>
 
 namespace pictal::detail {
 
@@ -28,16 +28,11 @@ std::vector<std::byte> inflatedProfile(PNGFile::Bytes chunk) {
         chunk[nameLength + 1] != std::byte{0})
         return {};
     const PNGFile::Bytes stream = chunk.subspan(nameLength + 2);
-    const std::unique_ptr<libdeflate_decompressor, decltype(&libdeflate_free_decompressor)>
-        decompressor(libdeflate_alloc_decompressor(), &libdeflate_free_decompressor);
-    if (!decompressor) return {};
     for (std::size_t room = 16384; room <= maximumProfileSize; room *= 4) {
         std::vector<std::byte> profile(room);
-        std::size_t size = 0;
-        const auto result = libdeflate_zlib_decompress(decompressor.get(), stream.data(),
-                                                       stream.size(), profile.data(), room, &size);
-        if (result == LIBDEFLATE_INSUFFICIENT_SPACE) continue;
-        profile.resize(result == LIBDEFLATE_SUCCESS ? size : 0);
+        const Inflation result = inflate(stream, profile);
+        if (result.status == Inflation::Status::roomTooSmall) continue;
+        profile.resize(result.status == Inflation::Status::done ? result.made : 0);
         return profile;
     }
     return {};

@@ -1,11 +1,8 @@
 #include "PictalCore/Platform/ImageIO/detail/PNGFastRead.h"
 
 #include "PictalCore/Platform/Graphics/Kernels/Alpha.h"
-#include "PictalCore/Platform/Graphics/Kernels/FilterRows.h"
-
-#include <memory>
-
-#include <libdeflate.h>
+#include "PictalCore/Platform/Graphics/Kernels/UnfilterRows.h"
+#include "PictalCore/Platform/ImageIO/detail/ZlibStream.h"
 
 namespace pictal::detail {
 
@@ -22,7 +19,7 @@ bool isCommon(const PNGFile& file) {
 }
 
 /// Unpacks the stream when it ends exactly where it should on both sides, in `room`.
-bool inflate(const PNGFile& file, std::span<std::uint8_t> room) {
+bool inflateRows(const PNGFile& file, std::span<std::uint8_t> room) {
     std::vector<std::byte> joined;
     if (file.imageData.size() > 1)
         for (const PNGFile::Bytes piece : file.imageData)
@@ -31,14 +28,9 @@ bool inflate(const PNGFile& file, std::span<std::uint8_t> room) {
     // A window of 32 kB: libpng refuses distances beyond a smaller one, libdeflate does not look.
     constexpr std::byte deflateWithFullWindow{0x78};
     if (stream.empty() || stream[0] != deflateWithFullWindow) return false;
-    const std::unique_ptr<libdeflate_decompressor, decltype(&libdeflate_free_decompressor)>
-        decompressor(libdeflate_alloc_decompressor(), &libdeflate_free_decompressor);
-    std::size_t taken = 0;
-    return decompressor &&
-           libdeflate_zlib_decompress_ex(decompressor.get(), stream.data(), stream.size(),
-                                         room.data(), room.size(), &taken,
-                                         nullptr) == LIBDEFLATE_SUCCESS &&
-           taken == stream.size();
+    const Inflation result = inflate(stream, std::as_writable_bytes(room));
+    return result.status == Inflation::Status::done && result.taken == stream.size() &&
+           result.made == room.size();
 }
 
 /// RGB rows become pixels in place; rows with alpha pass through two rows of straight pixels.
@@ -82,7 +74,7 @@ bool readFast(const PNGFile& file, PixelBuffer& pixels) {
                                     PixelBuffer::Contents::undefined);
     if (!memory) return false;
     auto* const filtered = reinterpret_cast<std::uint8_t*>(memory->row(0).data());
-    if (!inflate(file, {filtered, rowBytes * static_cast<std::size_t>(header.height)}))
+    if (!inflateRows(file, {filtered, rowBytes * static_cast<std::size_t>(header.height)}))
         return false;
     Rows rows(header, pixels);
     for (std::int64_t y = 0; y < header.height; ++y) {

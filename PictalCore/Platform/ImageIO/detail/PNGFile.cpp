@@ -1,5 +1,6 @@
 #include "PictalCore/Platform/ImageIO/detail/PNGFile.h"
 
+#include "PictalCore/Platform/ImageIO/detail/BigEndian.h"
 #include "PictalCore/Platform/ImageIO/detail/FileFormats.h"
 
 #include <algorithm>
@@ -117,14 +118,6 @@ PNGFile::Bytes* placeOf(PNGFile& file, std::string_view type) {
 }
 
 }  // namespace
-
-std::uint32_t bigEndian16(const std::byte* bytes) {
-    return std::to_integer<std::uint32_t>(bytes[0]) << 8 | std::to_integer<std::uint32_t>(bytes[1]);
-}
-
-std::uint32_t bigEndian32(const std::byte* bytes) {
-    return bigEndian16(bytes) << 16 | bigEndian16(bytes + 2);
-}
 
 int PNGHeader::channels() const {
     switch (colorType) {

@@ -52,8 +52,4 @@ struct PNGFile {
     [[nodiscard]] static std::expected<PNGFile, PNG::ReadError> parse(Bytes bytes, Extent extent);
 };
 
-/// The number that these four bytes are; the most significant comes first.
-[[nodiscard]] std::uint32_t bigEndian32(const std::byte* bytes);
-[[nodiscard]] std::uint32_t bigEndian16(const std::byte* bytes);
-
 }  // namespace pictal::detail

@@ -18,7 +18,7 @@ std::optional<CGImage> readBy(bool fast, const File& bytes) {
     auto pixels = PixelBuffer::make(header.width, header.height, PixelBuffer::Contents::undefined);
     const bool done =
         fast ? readFast(*file, *pixels)
-             : readWithLibPNG(bytes, header, PNGRows(*file, PNGColor()), *pixels).has_value();
+             : readWithLibPNG(bytes, header, PNGRowReader(*file, PNGColor()), *pixels).has_value();
     return done ? std::optional(CGImage(*std::move(pixels), CGColorSpace::sRGB())) : std::nullopt;
 }
 

@@ -7,9 +7,9 @@ namespace pictal::detail {
 
 /// Turns the rows of a file, unfiltered but otherwise as stored, into premultiplied pixels. Each
 /// component is rounded once, from the depth of the file.
-class PNGRows {
+class PNGRowReader {
   public:
-    PNGRows(const PNGFile& file, const PNGColor& color);
+    PNGRowReader(const PNGFile& file, const PNGColor& color);
 
     /// @param stored  as many bytes as `pixels` take in this file
     void convert(const std::uint8_t* stored, std::span<std::uint32_t> pixels) const;

@@ -1,6 +1,7 @@
-#include "PictalCore/Platform/ImageIO/detail/PNGRows.h"
+#include "PictalCore/Platform/ImageIO/detail/PNGRowReader.h"
 
 #include "PictalCore/Platform/Graphics/Kernels/Alpha.h"
+#include "PictalCore/Platform/ImageIO/detail/BigEndian.h"
 
 #include <algorithm>
 
@@ -35,7 +36,7 @@ constexpr std::uint32_t packedSample(const std::uint8_t* row, std::size_t index,
 
 }  // namespace
 
-PNGRows::PNGRows(const PNGFile& file, const PNGColor& color) : header_(file.header) {
+PNGRowReader::PNGRowReader(const PNGFile& file, const PNGColor& color) : header_(file.header) {
     const std::size_t levels = std::size_t{1} << header_.bitDepth;
     if (!color.greyProfile.empty())
         greys_ = greyLevelsInSRGB(color.greyProfile, levels).value_or(std::vector<WideRGB>());
@@ -52,11 +53,11 @@ PNGRows::PNGRows(const PNGFile& file, const PNGColor& color) : header_(file.head
     if (header_.colorType == ColorType::grey) colors_ = greyColors();
 }
 
-bool PNGRows::isKey(const Sample& sample) const {
+bool PNGRowReader::isKey(const Sample& sample) const {
     return key_ && std::array{sample.red, sample.green, sample.blue} == *key_;
 }
 
-std::vector<std::uint32_t> PNGRows::paletteColors(const PNGFile& file) const {
+std::vector<std::uint32_t> PNGRowReader::paletteColors(const PNGFile& file) const {
     // A value behind the palette's end is opaque black.
     std::vector<std::uint32_t> colors(std::size_t{1} << header_.bitDepth, 0xFF000000);
     const auto byte = [](PNGFile::Bytes bytes, std::size_t i) {
@@ -71,7 +72,7 @@ std::vector<std::uint32_t> PNGRows::paletteColors(const PNGFile& file) const {
     return colors;
 }
 
-std::vector<std::uint32_t> PNGRows::greyColors() const {
+std::vector<std::uint32_t> PNGRowReader::greyColors() const {
     const std::uint32_t greatest = (1U << header_.bitDepth) - 1;
     std::vector<std::uint32_t> colors(greatest + 1);
     for (std::uint32_t level = 0; level <= greatest; ++level) {
@@ -83,20 +84,22 @@ std::vector<std::uint32_t> PNGRows::greyColors() const {
     return colors;
 }
 
-void PNGRows::convert(const std::uint8_t* stored, std::span<std::uint32_t> pixels) const {
+void PNGRowReader::convert(const std::uint8_t* stored, std::span<std::uint32_t> pixels) const {
     if (!colors_.empty())
         convertIndexed(stored, pixels);
     else
         convertSamples(stored, pixels);
 }
 
-void PNGRows::convertIndexed(const std::uint8_t* stored, std::span<std::uint32_t> pixels) const {
+void PNGRowReader::convertIndexed(const std::uint8_t* stored,
+                                  std::span<std::uint32_t> pixels) const {
     const int depth = header_.bitDepth;
     for (std::size_t i = 0; i < pixels.size(); ++i)
         pixels[i] = colors_[depth == 16 ? word16(stored + i * 2) : packedSample(stored, i, depth)];
 }
 
-void PNGRows::convertSamples(const std::uint8_t* stored, std::span<std::uint32_t> pixels) const {
+void PNGRowReader::convertSamples(const std::uint8_t* stored,
+                                  std::span<std::uint32_t> pixels) const {
     const bool isWide = header_.bitDepth == 16;
     const bool isGrey = header_.colorType == ColorType::greyAlpha;
     const bool hasAlpha = isGrey || header_.colorType == ColorType::rgba;

@@ -8,13 +8,13 @@ namespace pictal::detail {
 /// Turns rows of premultiplied pixels into filtered bytes of RGB or RGBA, a strip of rows at a
 /// time. Where most pixels repeat a neighbour, as in a user interface, a strip stays unfiltered:
 /// the compressor finds whole pixels again. Elsewhere each row takes the filter that leaves least.
-class PNGStrips {
+class PNGStripWriter {
   public:
     static constexpr std::size_t rowCount = 16;
     using Row = std::span<const std::uint32_t>;
 
     /// @param colorType  rgb or rgba
-    PNGStrips(std::int64_t width, PNG::ColorType colorType);
+    PNGStripWriter(std::int64_t width, PNG::ColorType colorType);
 
     /// Bytes of a row with its filter type.
     [[nodiscard]] std::size_t rowBytes() const { return rowBytes_ + 1; }

@@ -1,4 +1,4 @@
-#include "PictalCore/Platform/ImageIO/detail/PNGStrips.h"
+#include "PictalCore/Platform/ImageIO/detail/PNGStripWriter.h"
 
 #include "PictalCore/Platform/Graphics/Kernels/Alpha.h"
 
@@ -10,7 +10,7 @@ namespace pictal::detail {
 using kernels::RowFilter;
 using kernels::rowMargin;
 
-PNGStrips::PNGStrips(std::int64_t width, PNG::ColorType colorType)
+PNGStripWriter::PNGStripWriter(std::int64_t width, PNG::ColorType colorType)
     : kernels_(kernels::filterRowKernels()),
       pixelBytes_(colorType == PNG::ColorType::rgb ? 3 : 4),
       rowBytes_(static_cast<std::size_t>(width) * pixelBytes_),
@@ -18,7 +18,7 @@ PNGStrips::PNGStrips(std::int64_t width, PNG::ColorType colorType)
       above_(rowMargin + rowBytes_),
       straight_(static_cast<std::size_t>(width)) {}
 
-bool PNGStrips::repeats(std::span<const Row> rows) const {
+bool PNGStripWriter::repeats(std::span<const Row> rows) const {
     // Of user interfaces nearly all strips are above this, of photographs none.
     constexpr std::size_t percent = 85;
     std::size_t count = 0;
@@ -31,7 +31,7 @@ bool PNGStrips::repeats(std::span<const Row> rows) const {
     return count * 100 > pixels * percent;
 }
 
-void PNGStrips::pack(Row row, std::uint8_t* to) {
+void PNGStripWriter::pack(Row row, std::uint8_t* to) {
     if (pixelBytes_ == 3) {
         kernels_.packRGB(row, to);
         return;
@@ -46,7 +46,7 @@ void PNGStrips::pack(Row row, std::uint8_t* to) {
     std::memcpy(to, row.data(), rowBytes_);
 }
 
-void PNGStrips::filter(std::span<const Row> rows, std::uint8_t* to) {
+void PNGStripWriter::filter(std::span<const Row> rows, std::uint8_t* to) {
     const bool unfiltered = repeats(rows);
     for (const Row row : rows) {
         pack(row, row_.data() + rowMargin);
