@@ -34,7 +34,8 @@ struct PICTAL_API DecodingError {
         valueNotFound,
         /// The value is of another JSON type, or a number is not whole where it has to be.
         typeMismatch,
-        /// The text is not JSON, a string names no known case, or a number is out of range.
+        /// The text is not JSON, a string names no known case, or a number is out of range. Whole
+        /// numbers have 64 bits; written with a fraction or an exponent, less than 2^53.
         dataCorrupted,
     };
 
@@ -49,12 +50,13 @@ struct PICTAL_API DecodingError {
     friend bool operator==(const DecodingError&, const DecodingError&) = default;
 };
 
-/// @return compact JSON; an error for a number that is not finite, since JSON has none
+/// @return compact JSON; an error for a number that is not finite, since JSON has none, and for two
+///     keys of one object that are the same once ill-formed UTF-8 has become U+FFFD
 template <class T>
 std::expected<std::string, EncodingError> encodeJSON(const T& value) = delete;
 
-/// Texts over 64 MiB, nested deeper than 64 levels, or with a key twice in one object are corrupted
-/// data. The first error ends the decoding.
+/// Texts over 64 MiB, of more than 4,000,000 values, nested deeper than 64 levels, with a key twice
+/// in one object or with a zero byte are corrupted data. The first error ends the decoding.
 template <class T>
 std::expected<T, DecodingError> decodeJSON(std::string_view text) = delete;
 

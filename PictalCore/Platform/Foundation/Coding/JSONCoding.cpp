@@ -10,18 +10,21 @@ namespace detail {
 
 namespace {
 
-/// The `N` elements of an array of exactly that many; an error otherwise.
-template <std::size_t N>
-std::vector<JSONDecoder> exactly(const JSONDecoder& decoder, std::string_view expected) {
+/// Whether there is an array of two elements; an error otherwise.
+bool isPair(const JSONDecoder& decoder, std::string_view expected) {
     const auto* array = decoder.value().as<JSONValue::Array>();
-    if (!array || array->size() != N) {
-        decoder.failType(expected);
-        return {};
-    }
-    return decoder.elements();
+    if (array && array->size() == 2) return true;
+    decoder.failType(expected);
+    return false;
 }
 
 }  // namespace
+
+bool JSONDecoder::isNull() const {
+    const bool isNull = value_->as<std::nullptr_t>() != nullptr;
+    if (isNull) fail(DecodingError::Kind::valueNotFound, "Expected a value but found null.");
+    return isNull;
+}
 
 const JSONValue::Object* JSONDecoder::object() const {
     const auto* object = value_->as<JSONValue::Object>();
@@ -46,8 +49,7 @@ std::optional<JSONDecoder> JSONDecoder::requiredMember(std::string_view key) con
     if (found == members.end())
         fail(DecodingError::Kind::keyNotFound, "The key \"" + std::string(key) + "\" is missing.");
     else
-        JSONDecoder(found->value, this, found->key)
-            .fail(DecodingError::Kind::valueNotFound, "Expected a value but found null.");
+        (void)JSONDecoder(found->value, this, found->key).isNull();
     return std::nullopt;
 }
 
@@ -60,18 +62,14 @@ std::vector<std::pair<std::string_view, JSONDecoder>> JSONDecoder::members() con
     return result;
 }
 
-std::vector<JSONDecoder> JSONDecoder::elements() const {
-    std::vector<JSONDecoder> result;
-    if (failed()) return result;
+std::size_t JSONDecoder::elementCount() const {
     const auto* array = value_->as<JSONValue::Array>();
-    if (!array) {
-        failType("an array");
-        return result;
-    }
-    result.reserve(array->size());
-    for (std::size_t i = 0; i < array->size(); ++i)
-        result.push_back(JSONDecoder((*array)[i], this, i));
-    return result;
+    if (!array) failType("an array");
+    return array ? array->size() : 0;
+}
+
+JSONDecoder JSONDecoder::element(std::size_t position) const {
+    return {(*value_->as<JSONValue::Array>())[position], this, position};
 }
 
 void JSONDecoder::fail(DecodingError::Kind kind, std::string reason) const {
@@ -105,14 +103,15 @@ CGFloat JSONCodec<CGFloat>::decode(const JSONDecoder& decoder) {
 std::int64_t JSONCodec<std::int64_t>::decode(const JSONDecoder& decoder) {
     if (const auto* whole = decoder.value().as<std::int64_t>()) return *whole;
     const auto* number = decoder.value().as<double>();
-    constexpr double limit = 0x1p63;
+    constexpr double limit = 0x1p53;  // from here on a double may stand for its neighbours
     if (!number)
         decoder.failType("a whole number");
     else if (*number != std::trunc(*number))
         decoder.fail(DecodingError::Kind::typeMismatch,
                      "Expected a whole number but found a fraction.");
-    else if (*number < -limit || *number >= limit)
-        decoder.fail(DecodingError::Kind::dataCorrupted, "The number does not fit 64 bits.");
+    else if (*number <= -limit || *number >= limit)
+        decoder.fail(DecodingError::Kind::dataCorrupted,
+                     "The whole number is too large to be kept exactly.");
     else
         return static_cast<std::int64_t>(*number);
     return 0;
@@ -137,9 +136,8 @@ JSONValue JSONCodec<CGPoint>::encode(const CGPoint& point) {
 }
 
 CGPoint JSONCodec<CGPoint>::decode(const JSONDecoder& decoder) {
-    const auto numbers = exactly<2>(decoder, "an array of two numbers");
-    if (numbers.empty()) return {};
-    return {numbers[0].decode<CGFloat>(), numbers[1].decode<CGFloat>()};
+    if (!isPair(decoder, "an array of two numbers")) return {};
+    return {decoder.element(0).decode<CGFloat>(), decoder.element(1).decode<CGFloat>()};
 }
 
 JSONValue JSONCodec<CGRect>::encode(const CGRect& rect) {
@@ -148,10 +146,9 @@ JSONValue JSONCodec<CGRect>::encode(const CGRect& rect) {
 }
 
 CGRect JSONCodec<CGRect>::decode(const JSONDecoder& decoder) {
-    const auto points = exactly<2>(decoder, "an array of an origin and a size");
-    if (points.empty()) return {};
-    const auto origin = points[0].decode<CGPoint>();
-    const auto size = points[1].decode<CGPoint>();
+    if (!isPair(decoder, "an array of an origin and a size")) return {};
+    const auto origin = decoder.element(0).decode<CGPoint>();
+    const auto size = decoder.element(1).decode<CGPoint>();
     return {origin, CGSize{size.x, size.y}};
 }
 

@@ -48,7 +48,7 @@ class JSONDecoder {
     /// Reads this value itself.
     template <class T>
     [[nodiscard]] T decode() const {
-        return failed() ? T{} : JSONCodec<T>::decode(*this);
+        return failed() || isNull() ? T{} : JSONCodec<T>::decode(*this);
     }
     /// Reads the member under `key`; a missing key or a null is an error.
     template <class T>
@@ -67,14 +67,17 @@ class JSONDecoder {
 
     /// The members of the object at this place; empty and an error if it is none.
     [[nodiscard]] std::vector<std::pair<std::string_view, JSONDecoder>> members() const;
-    /// The elements of the array at this place; empty and an error if it is none.
-    [[nodiscard]] std::vector<JSONDecoder> elements() const;
+    /// How many elements the array at this place has; 0 and an error if it is none.
+    [[nodiscard]] std::size_t elementCount() const;
+    [[nodiscard]] JSONDecoder element(std::size_t position) const;
 
     void fail(DecodingError::Kind kind, std::string reason) const;
     /// "Expected a number but found a string."
     void failType(std::string_view expected) const;
 
   private:
+    /// Whether there is nothing here, which is an error then: no value is coded as null.
+    [[nodiscard]] bool isNull() const;
     JSONDecoder(const JSONValue& value, const JSONDecoder* parent, std::string_view key)
         : value_(&value), error_(parent->error_), parent_(parent), key_(key) {}
     JSONDecoder(const JSONValue& value, const JSONDecoder* parent, std::size_t position)
@@ -170,10 +173,10 @@ struct JSONCodec<std::vector<T>> {
     }
     static std::vector<T> decode(const JSONDecoder& decoder) {
         std::vector<T> values;
-        for (const JSONDecoder& element : decoder.elements()) {
-            values.push_back(element.template decode<T>());
-            if (decoder.failed()) break;
-        }
+        const std::size_t count = decoder.elementCount();
+        values.reserve(count);
+        for (std::size_t i = 0; i < count && !decoder.failed(); ++i)
+            values.push_back(decoder.element(i).decode<T>());
         return values;
     }
 };

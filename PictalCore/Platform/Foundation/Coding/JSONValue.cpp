@@ -1,8 +1,11 @@
 #include "PictalCore/Platform/Foundation/Coding/JSONValue.h"
 
+#include "PictalCore/Platform/Foundation/Unicode.h"
+
 #include <array>
 #include <cmath>
 #include <limits>
+#include <optional>
 #include <unordered_set>
 
 #include <nlohmann/json.hpp>
@@ -13,6 +16,8 @@ namespace {
 
 constexpr std::size_t maximumDepth = 64;  // far above any form here; parsing never recurses deeper
 constexpr std::size_t maximumSize = std::size_t{64} << 20;
+/// A stroke of a million points has three million; a tree of this many takes some 300 MB.
+constexpr std::size_t maximumValueCount = 4'000'000;
 
 DecodingError corrupted(std::string reason) {
     return {DecodingError::Kind::dataCorrupted, {}, std::move(reason)};
@@ -71,6 +76,7 @@ class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
         return false;
     }
     bool add(JSONValue value) {
+        if (++count_ > maximumValueCount) return refuse("The text has more than 4,000,000 values.");
         if (levels_.empty()) {
             root = std::move(value);
         } else if (auto* array = std::get_if<JSONValue::Array>(&levels_.back().container.value)) {
@@ -97,40 +103,59 @@ class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
 
     std::vector<Level> levels_;
     std::string pendingKey_;
+    std::size_t count_ = 0;
 };
 
-/// nlohmann's tree of the same value; the path names the first number that is not finite.
-nlohmann::ordered_json converted(const JSONValue& value, std::vector<std::string>& path,
-                                 bool& finite) {
-    const auto child = [&](const std::string& key, const JSONValue& member) {
-        path.push_back(key);
-        auto result = converted(member, path, finite);
-        if (finite) path.pop_back();
-        return result;
-    };
-    if (const auto* flag = value.as<bool>()) return *flag;
-    if (const auto* whole = value.as<std::int64_t>()) return *whole;
-    if (const auto* text = value.as<std::string>()) return *text;
-    if (const auto* number = value.as<double>()) {
-        finite = std::isfinite(*number);
+/// Makes nlohmann's tree of a value and stops at the first thing that JSON cannot say.
+class TreeConverter {
+  public:
+    using Tree = nlohmann::ordered_json;
+    std::optional<EncodingError> error;
+
+    Tree converted(const JSONValue& value) {
+        if (const auto* flag = value.as<bool>()) return *flag;
+        if (const auto* whole = value.as<std::int64_t>()) return *whole;
+        if (const auto* text = value.as<std::string>()) return *text;
+        if (const auto* array = value.as<JSONValue::Array>()) return converted(*array);
+        if (const auto* object = value.as<JSONValue::Object>()) return converted(*object);
+        const auto* number = value.as<double>();
+        if (!number) return nullptr;
+        if (!std::isfinite(*number)) refuse("JSON has no number that is not finite.");
         return *number;
     }
-    if (const auto* array = value.as<JSONValue::Array>()) {
-        auto result = nlohmann::ordered_json::array();
-        for (std::size_t i = 0; i < array->size() && finite; ++i)
-            result.push_back(child(std::to_string(i), (*array)[i]));
+
+  private:
+    void refuse(std::string reason) { error = EncodingError{path_, std::move(reason)}; }
+
+    Tree child(std::string key, const JSONValue& value) {
+        path_.push_back(std::move(key));
+        Tree result = converted(value);
+        path_.pop_back();
         return result;
     }
-    if (const auto* object = value.as<JSONValue::Object>()) {
-        auto result = nlohmann::ordered_json::object();
-        for (const auto& [key, member] : *object) {
-            if (!finite) break;
-            result[key] = child(key, member);
+    Tree converted(const JSONValue::Array& array) {
+        Tree::array_t result;
+        result.reserve(array.size());
+        for (std::size_t i = 0; i < array.size() && !error; ++i)
+            result.push_back(child(std::to_string(i), array[i]));
+        return result;
+    }
+    Tree converted(const JSONValue::Object& object) {
+        Tree::object_t result;
+        std::unordered_set<std::string> keys;
+        for (const auto& [key, member] : object) {
+            std::string written = Unicode::repaired(key);
+            if (!error && !keys.insert(written).second)
+                refuse("Two keys are both written as \"" + written + "\".");
+            if (error) break;
+            Tree tree = child(key, member);
+            result.emplace_back(std::move(written), std::move(tree));
         }
         return result;
     }
-    return nullptr;
-}
+
+    std::vector<std::string> path_;
+};
 
 }  // namespace
 
@@ -143,6 +168,10 @@ std::string_view JSONValue::typeName() const {
 std::expected<JSONValue, DecodingError> parseJSON(std::string_view text) {
     if (text.size() > maximumSize)
         return std::unexpected(corrupted("The text is longer than 64 MiB."));
+    // The parser would take it for the end of the text.
+    if (const std::size_t zero = text.find('\0'); zero != std::string_view::npos)
+        return std::unexpected(
+            corrupted("The text has a zero byte at byte " + std::to_string(zero + 1) + "."));
     TreeBuilder builder;
     if (!nlohmann::json::sax_parse(text.begin(), text.end(), &builder))
         return std::unexpected(std::move(builder.error));
@@ -150,11 +179,9 @@ std::expected<JSONValue, DecodingError> parseJSON(std::string_view text) {
 }
 
 std::expected<std::string, EncodingError> writeJSON(const JSONValue& value) {
-    std::vector<std::string> path;
-    bool finite = true;
-    const auto tree = converted(value, path, finite);
-    if (!finite)
-        return std::unexpected(EncodingError{path, "JSON has no number that is not finite."});
+    TreeConverter converter;
+    const auto tree = converter.converted(value);
+    if (converter.error) return std::unexpected(*std::move(converter.error));
     return tree.dump(-1, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
 }
 

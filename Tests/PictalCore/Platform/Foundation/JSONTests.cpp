@@ -7,6 +7,7 @@
 namespace pictal {
 namespace {
 
+using namespace std::string_literals;
 using enum DecodingError::Kind;
 
 template <class T>
@@ -29,8 +30,11 @@ TEST(JSON, WholeNumbers) {
     EXPECT_EQ(decoded<std::int64_t>("1e3"), 1000);
     expectFailure<std::int64_t>("9.5", typeMismatch,
                                 "Expected a whole number but found a fraction.");
-    expectFailure<std::int64_t>("9223372036854775808", dataCorrupted,
-                                "The number does not fit 64 bits.");
+    EXPECT_EQ(decoded<std::int64_t>("-9007199254740991.0"), -9007199254740991);
+    for (const char* text : {"9223372036854775808", "-9223372036854775809", "9007199254740993.0",
+                             "9007199254740992.0", "-9007199254740992.0", "1e30"})
+        expectFailure<std::int64_t>(text, dataCorrupted,
+                                    "The whole number is too large to be kept exactly.");
     expectFailure<std::int64_t>("true", typeMismatch,
                                 "Expected a whole number but found a boolean.");
 }
@@ -43,7 +47,6 @@ TEST(JSON, PointsAndRectangles) {
                                "Expected an array of two numbers but found an array.");
     expectFailure<CGRect>("[[1, 2], [3, \"4\"]]", typeMismatch,
                           "1.1: Expected a number but found a string.");
-    expectFailure<CGFloat>("null", typeMismatch, "Expected a number but found null.");
 }
 
 TEST(JSON, MembersThatAreMissingOrNull) {
@@ -66,6 +69,14 @@ TEST(JSON, MembersThatAreMissingOrNull) {
     EXPECT_EQ(error->kind, keyNotFound);
 }
 
+TEST(JSON, ANullWhereAValueIsRequired) {
+    constexpr const char* reason = "Expected a value but found null.";
+    expectFailure<CGFloat>("null", valueNotFound, reason);
+    expectFailure<std::vector<std::string>>("null", valueNotFound, reason);
+    expectFailure<std::vector<CGPoint>>("[[1, 2], [3, null]]", valueNotFound,
+                                        "1.1: Expected a value but found null.");
+}
+
 TEST(JSON, RefusesWhatIsNoSoundDocument) {
     const auto check = [](const std::string& text, const char* message) {
         const auto result = detail::parseJSON(text);
@@ -79,6 +90,8 @@ TEST(JSON, RefusesWhatIsNoSoundDocument) {
     check("", "The text is not valid JSON at byte 1.");
     check("1 2", "The text is not valid JSON at byte 3.");
     check("{\"a\": 1", "The text is not valid JSON at byte 8.");
+    check("[]\0garbage"s, "The text has a zero byte at byte 3.");
+    check("\"a\0b\""s, "The text has a zero byte at byte 3.");
     check("\"\xFF\"", "The text is not valid JSON at byte 2.");
     check("NaN", "The text is not valid JSON at byte 1.");
     check(std::string(10000, '['), "The text is nested deeper than 64 levels.");
@@ -87,6 +100,12 @@ TEST(JSON, RefusesWhatIsNoSoundDocument) {
     check("1e999", "A number is out of range at byte 5.");
     check(std::string((std::size_t{64} << 20) + 1, ' '), "The text is longer than 64 MiB.");
     EXPECT_TRUE(detail::parseJSON(std::string(64, '[') + std::string(64, ']')));
+
+    std::string zeros = "[0";  // the array is a value, too
+    for (int i = 0; i < 3'999'998; ++i)
+        zeros += ",0";
+    EXPECT_TRUE(detail::parseJSON(zeros + "]"));
+    check(zeros + ",0]", "The text has more than 4,000,000 values.");
 }
 
 TEST(JSON, WritesCompactlyAndRefusesWhatJSONCannotSay) {
@@ -99,6 +118,10 @@ TEST(JSON, WritesCompactlyAndRefusesWhatJSONCannotSay) {
     const auto refused = detail::writeJSON(bad);
     ASSERT_FALSE(refused);
     EXPECT_EQ(refused.error().description(), "outer.1: JSON has no number that is not finite.");
+    detail::JSONObject alike;
+    alike.set("outer", detail::JSONValue(detail::JSONObject().set("\xFF", true).set("\xFE", true)));
+    EXPECT_EQ(detail::writeJSON(alike).error().description(),
+              "outer: Two keys are both written as \"\uFFFD\".");
     for (const double number : {0.1, 1.0 / 3, -0.0, 5e-324, 1.7976931348623157e308, 0x1p53 + 2})
         EXPECT_EQ(decoded<CGFloat>(*detail::writeJSON(detail::JSONCodec<CGFloat>::encode(number))),
                   number);
