@@ -8,16 +8,13 @@ set(pkgconfig_dir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 
 install(TARGETS PictalCore EXPORT PictalCoreTargets
     LIBRARY COMPONENT runtime NAMELINK_COMPONENT development
+    FILE_SET HEADERS DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 install(TARGETS PictalCoreStatic EXPORT PictalCoreStaticTargets
     ARCHIVE COMPONENT development
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 install(TARGETS pictal RUNTIME COMPONENT program)
 set_target_properties(pictal PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
-
-install(DIRECTORY PictalCore DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development
-    FILES_MATCHING PATTERN "*.h" PATTERN detail EXCLUDE PATTERN Kernels EXCLUDE PATTERN Pixels EXCLUDE
-    PATTERN Coding EXCLUDE)
 
 configure_package_config_file(cmake/PictalCoreConfig.cmake.in PictalCoreConfig.cmake
     INSTALL_DESTINATION "${package_dir}")
