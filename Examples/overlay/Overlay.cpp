@@ -18,9 +18,12 @@ constexpr CGSize loupeSize{120, 120};
 
 void Overlay::press(CGPoint point) {
     pointer_ = point;
+    drag_.reset();
+    guides_ = {};
     const auto grabbed = handle();
     if (!grabbed) {
         const WindowCandidate* window = windowUnderPointer();
+        selectsWindow_ = window != nullptr;
         selection_ = window ? std::optional(window->appKitFrame) : std::nullopt;
     }
     if (const auto index = displayIndex()) {
@@ -41,9 +44,11 @@ void Overlay::release(CGPoint point) {
     guides_ = {};
 }
 
-void Overlay::drag(const Drag& drag) {
+void Overlay::drag(Drag& drag) {
     const CGSize way{pointer_.x - drag.start.x, pointer_.y - drag.start.y};
-    if (way == CGSize{}) return;
+    drag.moved = drag.moved || way != CGSize{};
+    if (!drag.moved) return;
+    selectsWindow_ = false;
     if (!drag.handle) {
         const CGRect drawn = CGRect{drag.start, way}.intersection(drag.bounds);
         selection_ = drawn.isEmpty() ? std::nullopt : std::optional(drawn.integral());

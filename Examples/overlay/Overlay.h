@@ -36,6 +36,8 @@ class Overlay {
 
     [[nodiscard]] pictal::CGPoint pointer() const { return pointer_; }
     [[nodiscard]] const std::optional<pictal::CGRect>& selection() const { return selection_; }
+    /// Whether the selection is the window that was pressed, untouched since.
+    [[nodiscard]] bool selectsWindow() const { return selectsWindow_; }
     /// The lines to show while the selection is being moved.
     [[nodiscard]] pictal::AlignmentSnapGuides guides() const { return guides_; }
     /// The part that is being dragged, or that a press would grab.
@@ -52,12 +54,16 @@ class Overlay {
         pictal::CGPoint start;
         pictal::CGRect rect;
         pictal::CGRect bounds;
+        /// A press that never moves leaves the selection as it is; one that moves and comes back
+        /// drags it back.
+        bool moved = false;
     };
 
-    void drag(const Drag& drag);
+    void drag(Drag& drag);
 
     pictal::CGPoint pointer_;
     std::optional<pictal::CGRect> selection_;
+    bool selectsWindow_ = false;
     pictal::AlignmentSnapGuides guides_;
     std::optional<Drag> drag_;
 };

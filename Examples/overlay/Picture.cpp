@@ -45,9 +45,9 @@ void drawWindow(BitmapContext& context, const CGRect& frame) {
     context.stroke(roundedRect(frame, 10));
 }
 
-void drawSelection(BitmapContext& context, const CGRect& screen, const CGRect& selection) {
-    const SelectionOverlayEdgeModel edge(selection, SelectionOverlayEdgeModel::regionCornerRadius,
-                                         1);
+void drawSelection(BitmapContext& context, const CGRect& screen, const CGRect& selection,
+                   CGFloat cornerRadius) {
+    const SelectionOverlayEdgeModel edge(selection, cornerRadius, 1);
     Path dimmed = roundedRect(edge.dimCutoutRect(), edge.cornerRadius());
     dimmed.addRect(screen);
     fill(context, dimmed, dimming);
@@ -95,7 +95,9 @@ std::optional<CGImage> picture(const Overlay& overlay) {
     for (const WindowCandidate& window : overlay.windows | std::views::reverse)
         drawWindow(*context, onDisplay(window.appKitFrame));
     if (const auto& selection = overlay.selection())
-        drawSelection(*context, screen, onDisplay(*selection));
+        drawSelection(*context, screen, onDisplay(*selection),
+                      overlay.selectsWindow() ? SelectionOverlayEdgeModel::windowCornerRadius
+                                              : SelectionOverlayEdgeModel::regionCornerRadius);
     drawGuides(*context, screen, overlay.guides());
     if (const auto panels = overlay.panels())
         for (const CGRect& panel : {panels->side, panels->bar, panels->loupe})

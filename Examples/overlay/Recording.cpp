@@ -50,5 +50,6 @@ std::expected<Recording, std::string> Recording::read(std::istream& input) {
                                    "numbers, found: " +
                                    line);
     }
+    if (input.bad()) return std::unexpected("it cannot be read");  // a folder opens, and no more
     return recording;
 }

@@ -23,6 +23,6 @@ struct Recording {
     std::vector<pictal::WindowCandidate> windows;
     std::vector<Step> steps;
 
-    /// @return one line that says which line cannot be used, and why
+    /// @return one line that says which line cannot be used, and why, or that none can be read
     [[nodiscard]] static std::expected<Recording, std::string> read(std::istream& input);
 };

@@ -28,11 +28,9 @@ AlignmentRectSnapResult snap(const CGRect& rect, const CGRect& container, CGFloa
         return {dragged, {}};
 
     const auto [center, guides] = snap({dragged.midX(), dragged.midY()}, container, tolerance);
-    // An edge that did not move keeps its place: going there and back by way of the centre can
-    // land a hair below a whole number, which rounding outward would turn into a point.
-    CGPoint origin = dragged.origin;
-    if (guides.contains(AlignmentSnapGuides::verticalCenter)) origin.x = center.x - width * 0.5;
-    if (guides.contains(AlignmentSnapGuides::horizontalCenter)) origin.y = center.y - height * 0.5;
+    // Both axes are rebuilt around the centre, also one that did not snap. What is a fraction wide
+    // can come back a hair below a whole number, and is then rounded outward from there.
+    const CGPoint origin{center.x - width * 0.5, center.y - height * 0.5};
     return {CGRect{origin, dragged.size}.integral(), guides};
 }
 

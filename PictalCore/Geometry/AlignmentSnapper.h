@@ -45,8 +45,9 @@ inline constexpr CGFloat defaultTolerance = 8;
 [[nodiscard]] PICTAL_API AlignmentPointSnapResult snap(CGPoint center, const CGRect& container,
                                                        CGFloat tolerance = defaultTolerance);
 
-/// Snaps the rectangle by its centre and rounds it outward to whole numbers, also when nothing
-/// snapped. A rectangle without area, or wider or taller than the container, is only standardised.
+/// Snaps the rectangle by its centre, rebuilds it around that and rounds it outward to whole
+/// numbers, also when nothing snapped. A rectangle without area, or wider or taller than the
+/// container, is only standardised.
 [[nodiscard]] PICTAL_API AlignmentRectSnapResult snap(const CGRect& rect, const CGRect& container,
                                                       CGFloat tolerance = defaultTolerance);
 

@@ -23,13 +23,17 @@ Process::Result play(const std::filesystem::path& recording,
     return Process{.program = PICTAL_OVERLAY_EXAMPLE, .arguments = arguments}.run();
 }
 
-TEST(OverlayExample, PlaysTheRecordedGesture) {
-    const auto result = play(sources / "gesture.txt");
-    ASSERT_EQ(result.status, 0) << result.error;
+std::vector<json> stepsOf(const Process::Result& result) {
+    EXPECT_EQ(result.status, 0) << result.error;
     std::vector<json> steps;
     std::istringstream lines(result.output);
     for (std::string line; std::getline(lines, line);)
         steps.push_back(json::parse(line));
+    return steps;
+}
+
+TEST(OverlayExample, PlaysTheRecordedGesture) {
+    const auto steps = stepsOf(play(sources / "gesture.txt"));
     ASSERT_EQ(steps.size(), 12U);
 
     const auto check = [&](std::size_t step, const char* at, const char* want) {
@@ -63,6 +67,25 @@ TEST(OverlayExample, PlaysTheRecordedGesture) {
     check(11, "/guides", "3");
 }
 
+TEST(OverlayExample, DragsBackToWhereItBegan) {
+    const TemporaryFolder folder;
+    std::ofstream(folder / "back.txt") << "display 0 0 1000 800\nwindow 1 350 200 200 300\n"
+                                          "press 400 300\nmove 400 300\nrelease 400 300\n"
+                                          "press 450 350\nmove 496 400\nmove 450 350\n"
+                                          "release 450 350\npress 700 700\nmove 800 750\n"
+                                          "move 700 700\n";
+    const auto steps = stepsOf(play(folder / "back.txt"));
+    ASSERT_EQ(steps.size(), 10U);
+    const json window = json::parse("[[350,200],[200,300]]");
+    EXPECT_EQ(steps[2]["selection"], window) << "a press that never moved";
+    EXPECT_EQ(steps[4]["selection"], json::parse("[[400,250],[200,300]]")) << "snapped";
+    EXPECT_EQ(steps[4]["guides"], 3);
+    EXPECT_EQ(steps[5]["selection"], window);
+    EXPECT_EQ(steps[5]["guides"], 0);
+    EXPECT_EQ(steps[8]["selection"], json::parse("[[700,700],[100,50]]"));
+    EXPECT_FALSE(steps[9].contains("selection")) << "drawn, and drawn back to nothing";
+}
+
 TEST(OverlayExample, DrawsTheLastState) {
     const TemporaryFolder folder;
     ASSERT_EQ(play(sources / "gesture.txt", folder / "last.png").status, 0);
@@ -78,9 +101,24 @@ TEST(OverlayExample, DrawsTheLastState) {
     check("the desktop, in the selection", 1010, 600, 0xFF996633);
     check("the window, in the selection", 500, 600, 0xFFF5F5F5);
     check("the window, dimmed", 410, 600, 0xFF7B7B7B);
+    check("nine points from a region's corner", 420, 234, 0xFFF5F5F5);
     check("the accent stroke", 419, 300, 0xFFFF9900);
     check("a handle", 420, 225, 0xFFFFFFFF);
     check("a guide line", 719, 20, 0xFF9933FF);
+}
+
+TEST(OverlayExample, RoundsAWindowMoreThanARegion) {
+    const TemporaryFolder folder;
+    // The display cuts off the window's own corner, so that the selection's lies on its body.
+    std::ofstream(folder / "window.txt") << "display 0 0 1440 900\nwindow 1 -50 -50 450 350\n"
+                                            "press 200 200\n";
+    ASSERT_EQ(play(folder / "window.txt", folder / "window.png").status, 0);
+    const auto image = PNG::read(readFile(folder / "window.png").value());
+    ASSERT_TRUE(image.has_value());
+    const PictureProbe probe(*image);
+    // From the centre of a corner of 22 the pixel is more than 24 away, behind the stroke.
+    EXPECT_LE(levelsBetween(probe.pixel(0, 890), 0xFF7B7B7B), 1) << pixelText(probe.pixel(0, 890));
+    EXPECT_LE(levelsBetween(probe.pixel(0, 876), 0xFFF5F5F5), 1) << pixelText(probe.pixel(0, 876));
 }
 
 TEST(OverlayExample, SaysWhatItCannotRead) {
@@ -90,6 +128,7 @@ TEST(OverlayExample, SaysWhatItCannotRead) {
     EXPECT_EQ(bad.status, 2);
     EXPECT_NE(bad.error.find("bad.txt, line 3: "), std::string::npos) << bad.error;
     EXPECT_EQ(play(folder / "missing.txt").status, 2);
+    EXPECT_EQ(play(sources).status, 2) << "a folder";
 }
 
 std::string withoutSpaces(std::string text) {

@@ -10,7 +10,7 @@
 #include <array>
 #include <cmath>
 
-/// What always holds of the overlay's geometry; fed by the property tests and by the fuzz target.
+/// What always holds of the overlay's geometry; fed by the fuzz target.
 namespace pictal::laws {
 
 inline constexpr auto handles = [] {
