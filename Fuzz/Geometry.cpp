@@ -1,8 +1,8 @@
+#include "Fuzz/GeometryLaws.h"
 #include "PictalCore/Geometry/CaptureDisplaySelector.h"
 #include "PictalCore/Geometry/SelectionOverlayEdgeModel.h"
 #include "PictalCore/Geometry/WindowCaptureSelectionRect.h"
 #include "PictalCore/Geometry/WindowHitTester.h"
-#include "Tests/Support/GeometryLaws.h"
 
 #include <cstdint>
 #include <cstdio>
