@@ -1,6 +1,6 @@
 #pragma once
 
-#include "pictal/Program.h"
+#include "pictal/Outcome.h"
 
 #include <cstddef>
 #include <span>
@@ -8,22 +8,17 @@
 #include <string_view>
 #include <vector>
 
-/// Reading arguments and writing results. A path of "-" is standard input or output.
+/// Reading arguments and writing results whole. A path of "-" is standard input or output.
 namespace pictal::program {
 
 [[nodiscard]] std::expected<std::vector<std::byte>, Failure> readInput(const std::string& path);
 [[nodiscard]] std::expected<std::string, Failure> readTextInput(const std::string& path);
 
-/// Whole or not at all: a regular or missing file is replaced by renaming a temporary file over it,
-/// a link is followed, a device or pipe is written directly. Nothing binary goes to a terminal.
+/// As an `OutputFile` in one piece.
 [[nodiscard]] std::expected<void, Failure> writeOutput(const std::string& path,
                                                        std::span<const std::byte> bytes);
 
 /// Text for standard output; the only other thing that ever goes there is an image.
 [[nodiscard]] std::expected<void, Failure> printText(std::string_view text);
-
-/// An interrupt, or a request to end, removes the temporary file that is being written and exits
-/// with 130 or 143, as a shell would say.
-void removeTemporaryFilesOnInterrupt();
 
 }  // namespace pictal::program

@@ -1,38 +1,14 @@
 #pragma once
 
-#include <expected>
+#include "pictal/Outcome.h"
+
 #include <functional>
+#include <memory>
 #include <string>
 
 #include <CLI/CLI.hpp>
 
 namespace pictal::program {
-
-/// What the shell is told.
-enum class ExitStatus {
-    done = 0,
-    /// The answer is no: a conflict, no match.
-    no = 1,
-    /// Wrong use, or input that cannot be used.
-    usage = 2,
-    /// The work failed: disk, memory.
-    failed = 3,
-};
-
-/// Why a command stopped, in one line: what, where, and what to do.
-struct Failure {
-    ExitStatus status;
-    std::string message;
-};
-
-using Outcome = std::expected<ExitStatus, Failure>;
-
-[[nodiscard]] inline std::unexpected<Failure> badInput(std::string message) {
-    return std::unexpected(Failure{ExitStatus::usage, std::move(message)});
-}
-[[nodiscard]] inline std::unexpected<Failure> workFailed(std::string message) {
-    return std::unexpected(Failure{ExitStatus::failed, std::move(message)});
-}
 
 /// The command line while it is being described, and the command that it chose. Each command lives
 /// in a file of its own, which holds its options, its description and its work.

@@ -2,7 +2,7 @@
 
 #include "PictalCore/Platform/Foundation/SQLiteUserDefaults.h"
 #include "PictalCore/Shortcuts/ShortcutStore.h"
-#include "pictal/Program.h"
+#include "pictal/Outcome.h"
 
 #include <filesystem>
 #include <functional>

@@ -1,4 +1,5 @@
-#include "pictal/InputOutput.h"
+#include "pictal/Descriptors.h"
+#include "pictal/Interrupts.h"
 #include "pictal/commands/Commands.h"
 
 #include <cstdio>
@@ -36,7 +37,8 @@ int run(int argc, char** argv) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    removeTemporaryFilesOnInterrupt();
+    reserveStandardDescriptors();
+    removeTemporaryFileOnInterrupt();
     try {
         return run(argc, argv);
     } catch (const std::bad_alloc&) {
