@@ -32,6 +32,7 @@ struct State {
     BlendMode blendMode = BlendMode::normal;
     CGFloat alpha = 1;
     bool antialias = true;
+    InterpolationQuality interpolation = InterpolationQuality::none;
     std::optional<ShadowSettings> shadow = std::nullopt;
 };
 
@@ -192,6 +193,9 @@ void BitmapContext::setAlpha(CGFloat alpha) {
 void BitmapContext::setShouldAntialias(bool antialias) {
     impl_->state().antialias = antialias;
 }
+void BitmapContext::setInterpolationQuality(InterpolationQuality quality) {
+    impl_->state().interpolation = quality;
+}
 void BitmapContext::setShadow(CGSize offset, CGFloat blur, const CGColor& color) {
     impl_->state().shadow = ShadowSettings{offset, blur, color};
 }
@@ -259,22 +263,25 @@ void BitmapContext::draw(const CGImage& image, const CGRect& rect) {
     const auto rows = static_cast<CGFloat>(image.height());
     const AffineTransform spread{
         place.width() / columns, 0, 0, -place.height() / rows, place.minX(), place.maxY()};
-    const auto source = [&](CGPoint moved) -> std::optional<ImageSource> {
+    const auto source = [&](CGPoint moved, const PixelRect& area) -> std::optional<ImageSource> {
         const auto device = spread.concatenated(state.transform)
                                 .concatenated(AffineTransform::translation(moved.x, moved.y));
         const auto back = inverted(device);
         if (!back) return std::nullopt;
-        return ImageSource(image, *back, *conversion);
+        ImageSource pixels(image, *back, *conversion);
+        if (state.interpolation == InterpolationQuality::high) pixels.interpolate(area);
+        return pixels;
     };
-    auto pixels = source({});
     const PixelRect& visible = state.clip.bounds();
-    if (!pixels || visible.isEmpty()) return;
+    if (visible.isEmpty()) return;
+    auto pixels = source({}, visible);
+    if (!pixels) return;
     const ShadowCaster frame = impl_->filled(pathOf(place), FillRule::nonZero);
 
     if (state.shadow) {
         const ShadowCaster silhouette = [&](CGPoint moved, const PixelRect& area,
                                             CoverageSink& sink) {
-            auto movedPixels = source(moved);
+            auto movedPixels = source(moved, area);
             if (!movedPixels) return;
             AlphaFilter filter(*movedPixels, sink);
             frame(moved, area, filter);

@@ -4,6 +4,7 @@
 #include "PictalCore/Platform/Graphics/CGImage.h"
 #include "PictalCore/Platform/Graphics/Pixels/ColorConversion.h"
 #include "PictalCore/Platform/Graphics/detail/CoverageSink.h"
+#include "PictalCore/Platform/Graphics/detail/ScaledImageSource.h"
 
 #include <cstdint>
 #include <optional>
@@ -13,12 +14,16 @@
 namespace pictal::detail {
 
 /// An image placed on a canvas, read span by span in the canvas's colour space. Each canvas pixel
-/// takes the image pixel that its centre falls on, or the nearest one.
+/// takes the image pixel that its centre falls on, or the nearest one, unless it interpolates.
 class ImageSource {
   public:
     /// @param deviceToImage  from canvas pixels to image pixels, both with y down
     ImageSource(const CGImage& image, const AffineTransform& deviceToImage,
                 ColorConversion conversion);
+
+    /// From now on pixels are interpolated, where the image is upright.
+    /// @param area  what of the canvas will be asked for
+    void interpolate(const PixelRect& area);
 
     [[nodiscard]] bool isOpaque() const { return image_.isOpaque(); }
     /// The pixels that belong on columns left…left + count − 1 of a canvas row. The span lasts
@@ -42,6 +47,7 @@ class ImageSource {
     AffineTransform deviceToImage_;
     ColorConversion conversion_;
     std::optional<Offset> offset_;  // none: scaled, turned, or between the pixels
+    std::optional<ScaledImageSource> interpolated_;
     std::vector<std::uint32_t> scratch_;
 };
 
