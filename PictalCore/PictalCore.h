@@ -40,6 +40,7 @@
 #include "PictalCore/Platform/Graphics/CGColorSpace.h"
 #include "PictalCore/Platform/Graphics/CGImage.h"
 #include "PictalCore/Platform/Graphics/FillRule.h"
+#include "PictalCore/Platform/Graphics/InterpolationQuality.h"
 #include "PictalCore/Platform/Graphics/Path.h"
 #include "PictalCore/Platform/ImageIO/PNG.h"
 #include "PictalCore/Platform/ImageIO/PNGRowWriter.h"

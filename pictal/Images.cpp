@@ -7,10 +7,6 @@
 
 namespace pictal::program {
 
-std::string inputName(const std::string& path) {
-    return path == "-" ? "standard input" : path;
-}
-
 void ImageInput::addTo(CLI::App& command) {
     command.add_option("IN", path, "The picture, a PNG file; - is standard input")
         ->required()

@@ -2,6 +2,7 @@
 
 #include "PictalCore/Platform/Graphics/CGImage.h"
 #include "PictalCore/Platform/ImageIO/PNG.h"
+#include "pictal/InputFile.h"
 #include "pictal/Program.h"
 
 #include <cstdint>
@@ -27,8 +28,5 @@ struct ImageOutput {
     void addTo(CLI::App& command);
     [[nodiscard]] std::expected<void, Failure> write(const CGImage& image) const;
 };
-
-/// "standard input" for a dash, the path itself otherwise.
-[[nodiscard]] std::string inputName(const std::string& path);
 
 }  // namespace pictal::program

@@ -54,8 +54,8 @@ std::string escaped(std::string_view text) {
         else if (character == '\t')
             result += "\\t";
         else
-            result += length == 1 ? fmt::format("\\x{:02X}", byte)
-                                  : fmt::format("\\u{:04X}", character);
+            result +=
+                length == 1 ? fmt::format("\\x{:02X}", byte) : fmt::format("\\u{:04X}", character);
         text.remove_prefix(length);
     }
     return result;

@@ -31,6 +31,7 @@ struct State {
     BlendMode blendMode = BlendMode::normal;
     CGFloat alpha = 1;
     bool antialias = true;
+    InterpolationQuality interpolation = InterpolationQuality::none;
     std::optional<ShadowSettings> shadow = std::nullopt;
 };
 
@@ -165,6 +166,9 @@ void BitmapContext::setAlpha(CGFloat alpha) {
 void BitmapContext::setShouldAntialias(bool antialias) {
     impl_->state().antialias = antialias;
 }
+void BitmapContext::setInterpolationQuality(InterpolationQuality quality) {
+    impl_->state().interpolation = quality;
+}
 void BitmapContext::setShadow(CGSize offset, CGFloat blur, const CGColor& color) {
     impl_->state().shadow = ShadowSettings{offset, blur, color};
 }
@@ -236,13 +240,15 @@ void BitmapContext::draw(const CGImage& image, const CGRect& rect) {
     auto pixels = ImageSource::make(image, toDevice, *conversion);
     const PixelRect& visible = state.clip.bounds();
     if (!pixels || visible.isEmpty()) return;
+    pixels->interpolate(state.interpolation, visible);
 
     const Path outline = pathOf(place);
     const FilledPath frame = impl_->filled(outline);
     if (state.shadow) {
         ColorPainter painter(impl_->canvas, state.clip, impl_->options(),
                              straightPixel(state.shadow->color));
-        castShadow(*state.shadow, ImageSilhouette(image, toDevice, frame), visible, painter);
+        castShadow(*state.shadow, ImageSilhouette(image, toDevice, state.interpolation, frame),
+                   visible, painter);
     }
     ImagePainter painter(impl_->canvas, state.clip, impl_->options(), *pixels);
     frame.cover({}, visible, painter);

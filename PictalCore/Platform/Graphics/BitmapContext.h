@@ -8,6 +8,7 @@
 #include "PictalCore/Platform/Graphics/CGColorSpace.h"
 #include "PictalCore/Platform/Graphics/CGImage.h"
 #include "PictalCore/Platform/Graphics/FillRule.h"
+#include "PictalCore/Platform/Graphics/InterpolationQuality.h"
 #include "PictalCore/Platform/Graphics/Path.h"
 
 #include <cstdint>
@@ -37,7 +38,7 @@ class PICTAL_API BitmapContext {
     [[nodiscard]] std::int64_t height() const;
 
     /// The state is everything below that is set: transform, clip, colours, width, mode, alpha,
-    /// antialiasing, shadow. A restore without a save does nothing.
+    /// antialiasing, interpolation, shadow. A restore without a save does nothing.
     void saveGState();
     void restoreGState();
 
@@ -52,6 +53,8 @@ class PICTAL_API BitmapContext {
     /// Multiplies the alpha of everything that is drawn; 0…1.
     void setAlpha(CGFloat alpha);
     void setShouldAntialias(bool antialias);
+    /// For images from now on; none at first. A turned image is drawn without, whatever is set.
+    void setInterpolationQuality(InterpolationQuality quality);
 
     /// Everything drawn from now on casts a shadow of its shape, under itself. The offset is in
     /// pixels with y upward, whatever the transform; a blur of B is a Gaussian of standard
@@ -75,8 +78,8 @@ class PICTAL_API BitmapContext {
     /// Makes the rectangle transparent.
     void clear(const CGRect& rect);
 
-    /// Draws the image into the rectangle, its top row at max y, each pixel from the image's
-    /// nearest one. An image of another colour space is converted on the way.
+    /// Draws the image into the rectangle, its top row at max y. Its edges are soft where they fall
+    /// between pixels. An image of another colour space is converted on the way.
     void draw(const CGImage& image, const CGRect& rect);
 
     /// Gives up the context for its picture, without a copy.

@@ -9,14 +9,16 @@ namespace pictal::detail {
 class ImageSilhouette final : public Shape {
   public:
     /// @param frame  the outline of the image in the same place
-    ImageSilhouette(const CGImage& image, const AffineTransform& imageToDevice, const Shape& frame)
-        : image_(image), imageToDevice_(imageToDevice), frame_(frame) {}
+    ImageSilhouette(const CGImage& image, const AffineTransform& imageToDevice,
+                    InterpolationQuality quality, const Shape& frame)
+        : image_(image), imageToDevice_(imageToDevice), quality_(quality), frame_(frame) {}
 
     void cover(CGPoint moved, const PixelRect& area, CoverageSink& sink) const override {
         const auto place =
             imageToDevice_.concatenated(AffineTransform::translation(moved.x, moved.y));
         auto source = ImageSource::make(image_, place, {});  // alpha is alike in all spaces
         if (!source) return;
+        source->interpolate(quality_, area);
         AlphaFilter filter(*source, sink);
         frame_.cover(moved, area, filter);
     }
@@ -24,6 +26,7 @@ class ImageSilhouette final : public Shape {
   private:
     const CGImage& image_;
     AffineTransform imageToDevice_;
+    InterpolationQuality quality_;
     const Shape& frame_;
 };
 

@@ -40,6 +40,11 @@ ImageSource::ImageSource(const CGImage& image, const AffineTransform& deviceToIm
       conversion_(conversion),
       offset_(wholeOffset(deviceToImage)) {}
 
+void ImageSource::interpolate(InterpolationQuality quality, const PixelRect& area) {
+    if (quality == InterpolationQuality::high && !offset_)
+        interpolated_ = ScaledImageSource::make(image_, deviceToImage_, area);
+}
+
 std::span<const std::uint32_t> ImageSource::stored(std::int64_t row, std::int64_t left,
                                                    std::int64_t count) const {
     if (!offset_) return {};
@@ -65,6 +70,7 @@ std::span<const std::uint32_t> ImageSource::sampled(std::int64_t row, std::int64
 std::span<const std::uint32_t> ImageSource::pixels(std::int64_t row, std::int64_t left,
                                                    std::int64_t count) {
     std::span<const std::uint32_t> source = stored(row, left, count);
+    if (source.empty() && interpolated_) source = interpolated_->pixels(row, left, count);
     if (source.empty()) source = sampled(row, left, count);
     if (conversion_.isIdentity()) return source;
     scratch_.resize(std::max(scratch_.size(), source.size()));

@@ -2,7 +2,9 @@
 
 #include "PictalCore/Platform/Graphics/AffineTransform.h"
 #include "PictalCore/Platform/Graphics/CGImage.h"
+#include "PictalCore/Platform/Graphics/InterpolationQuality.h"
 #include "PictalCore/Platform/Graphics/Pixels/ColorConversion.h"
+#include "PictalCore/Platform/Graphics/detail/ScaledImageSource.h"
 
 #include <cstdint>
 #include <optional>
@@ -12,7 +14,7 @@
 namespace pictal::detail {
 
 /// An image placed on a canvas, read span by span in the canvas's colour space. Each canvas pixel
-/// takes the image pixel that its centre falls on, or the nearest one.
+/// takes the image pixel that its centre falls on, or the nearest one, unless it interpolates.
 class ImageSource {
   public:
     /// @param imageToDevice  from image pixels to canvas pixels, both with y down
@@ -20,6 +22,10 @@ class ImageSource {
     [[nodiscard]] static std::optional<ImageSource> make(const CGImage& image,
                                                          const AffineTransform& imageToDevice,
                                                          const ColorConversion& conversion);
+
+    /// From now on pixels are interpolated, where that is wanted and the image is upright.
+    /// @param area  what of the canvas will be asked for
+    void interpolate(InterpolationQuality quality, const PixelRect& area);
 
     [[nodiscard]] bool isOpaque() const { return image_.isOpaque(); }
     /// The pixels that belong on columns left…left + count − 1 of a canvas row. The span lasts
@@ -46,6 +52,7 @@ class ImageSource {
     AffineTransform deviceToImage_;
     ColorConversion conversion_;
     std::optional<Offset> offset_;  // none: scaled, turned, or between the pixels
+    std::optional<ScaledImageSource> interpolated_;
     std::vector<std::uint32_t> scratch_;
 };
 
