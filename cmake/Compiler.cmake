@@ -14,9 +14,11 @@ add_library(pictal_library INTERFACE)
 # What the shared library shows is not for replacing at run time, so g++ may inline it.
 target_compile_options(pictal_library INTERFACE -fno-semantic-interposition)
 # The pixel loops need -O3 to be vectorised; g++ 12's straight-line vectoriser drops roundings to
-# float, so it stays off.
+# float, so it stays off. It vectorises selects by a comparison of floats only where nobody looks for
+# exceptions.
 if(CMAKE_BUILD_TYPE STREQUAL "Release")
-    target_compile_options(pictal_library INTERFACE -O3 -fno-tree-slp-vectorize -fno-math-errno)
+    target_compile_options(pictal_library INTERFACE
+        -O3 -fno-tree-slp-vectorize -fno-math-errno -fno-trapping-math)
 elseif(CMAKE_BUILD_TYPE STREQUAL "Sanitized")
     target_compile_options(pictal_library INTERFACE -O1 -g1)
 endif()

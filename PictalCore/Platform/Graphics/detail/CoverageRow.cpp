@@ -30,28 +30,6 @@ CoverageRow::CoverageRow(const PixelRect& clip)
       touched_(static_cast<std::size_t>(clip.width() + 63) / 64),
       levels_(static_cast<std::size_t>(clip.width())) {}
 
-void CoverageRow::addUprights(std::span<const double> xs, Fixed height) {
-    const auto left = static_cast<double>(left_ >> fixedBits);
-    const auto right = static_cast<double>((left_ + width_) >> fixedBits);
-    // Neighbours mostly share a column: their sums are kept in registers.
-    std::int64_t column = -1;
-    Fixed cover = 0;
-    Fixed fractions = 0;
-    for (const double unclipped : xs) {
-        const double x = unclipped > left ? (unclipped < right ? unclipped : right) : left;
-        const Fixed inside = toFixed(x) - left_;
-        if ((inside >> fixedBits) != column) {
-            if (column >= 0 && cover != 0) touch(column, cover, 2 * height * fractions);
-            column = inside < width_ ? inside >> fixedBits : -1;
-            cover = 0;
-            fractions = 0;
-        }
-        cover += height;
-        fractions += inside & (fixedOne - 1);
-    }
-    if (column >= 0 && cover != 0) touch(column, cover, 2 * height * fractions);
-}
-
 void CoverageRow::addSloped(Fixed x1, Fixed x2, Fixed height) {
     // Only heights and x matter, so an edge that leads to the left is walked from its other end.
     const Fixed from = std::min(x1, x2) - left_;

@@ -6,7 +6,6 @@
 #include "PictalCore/Platform/Graphics/detail/PixelRect.h"
 
 #include <cstddef>
-#include <span>
 #include <vector>
 
 namespace pictal::detail {
@@ -21,9 +20,7 @@ class CoverageRow {
   public:
     explicit CoverageRow(const PixelRect& clip);
 
-    /// Upright edges of one height, which counts down positive. Infinity is right of everything.
-    void addUprights(std::span<const double> xs, Fixed height);
-    /// A straight edge from x1 to x2, in either direction.
+    /// A straight edge from x1 to x2, in either direction. Its height counts down positive.
     void addSloped(Fixed x1, Fixed x2, Fixed height);
 
     /// Reports the row and forgets its edges.

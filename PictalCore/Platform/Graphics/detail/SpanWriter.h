@@ -19,6 +19,7 @@ class SpanWriter {
     /// Columns begin…end − 1, counted from `left`, have this level.
     void append(std::int64_t begin, std::int64_t end, std::uint8_t level) {
         if (level == 0) return finish();
+        if (end_ != begin) finish();
         const bool startsSolid = level == 255 && (kind_ == Kind::none || end - begin >= worthwhile);
         if (kind_ == Kind::solid && level != 255 && end_ - begin_ < worthwhile) {
             fill(begin_, end_, 255);
@@ -32,6 +33,20 @@ class SpanWriter {
             begin_ = begin;
         }
         if (kind_ == Kind::varied) fill(begin, end, level);
+        end_ = end;
+    }
+    /// Columns begin…end − 1 have the levels that stand in the scratch memory.
+    void appendLevels(std::int64_t begin, std::int64_t end) {
+        if (end_ != begin) finish();
+        if (kind_ == Kind::solid && end_ - begin_ < worthwhile) {
+            fill(begin_, end_, 255);
+            kind_ = Kind::varied;
+        }
+        if (kind_ != Kind::varied) {
+            finish();
+            kind_ = Kind::varied;
+            begin_ = begin;
+        }
         end_ = end;
     }
     void finish() {

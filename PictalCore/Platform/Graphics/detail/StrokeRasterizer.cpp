@@ -1,206 +1,210 @@
 #include "PictalCore/Platform/Graphics/detail/StrokeRasterizer.h"
 
-#include "PictalCore/Platform/Graphics/detail/Capsule.h"
 #include "PictalCore/Platform/Graphics/detail/FillRasterizer.h"
-#include "PictalCore/Platform/Graphics/detail/IntervalUnion.h"
 #include "PictalCore/Platform/Graphics/detail/RowBuckets.h"
+#include "PictalCore/Platform/Graphics/detail/StrokeRow.h"
 #include "PictalCore/Platform/Graphics/detail/WorldClip.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
+#include <optional>
 #include <vector>
 
-// A stroke is the union of the capsules around its segments. Areas cannot be united, but intervals
-// can. In each row of pixels, capsules whose extents there meet form a group. A capsule by itself
-// with straight sides is two edges, exactly. For any other group the row is divided by 64 lines,
-// the intervals that the capsules cut out of each are united, and each run makes two upright edges,
-// as high as the line's share of the row. A level side may be off by half that height: where a
-// group holds a nearly level piece of an outline it is divided by 256 lines.
+// A stroke is the union of the capsules around its segments. Areas cannot be united, but in each
+// row of pixels most of that is not needed: columns that one capsule covers throughout the row are
+// covered, whatever else touches them; of the rest, most see a single straight side, whose area is
+// a formula; and only what remains is divided by lines, on which intervals are united
+// (StrokeRow.h).
+//
+// How far a level may be from the truth, in levels of 255: rounding takes 0.5, and
+//   formulas       nothing, and 1/4096 px of an edge, 0.06, for another that is ahead by so little;
+//   coarse lines   an edge that rises by m lines a pixel is a chain of trapezoids, whose corners
+//   are
+//                  off by at most 255 / 64 / (8 m) each: 0.25 for a corner at m = 2, the least;
+//   fine lines     a level edge may lie anywhere between two lines: 255 / 512, 0.5;
+//   floats         4e-6 px beside the run; a radius of 4,096 px loses 0.00024 px of its arc, 0.06.
+// Measured against the plain way to unite intervals on 1,024 lines, 0.93 at worst and 0.25 on
+// average, where rounding alone makes 0.5 and 0.25.
 
 namespace pictal::detail {
 namespace {
 
-constexpr std::size_t coarse = 64;
-constexpr std::size_t fine = 256;
-/// Sides that rise less per pixel than two coarse lines.
-constexpr CGFloat levelRise = 2.0 / coarse;
+/// Rows that are looked at together first: what is covered in all of them needs no second look.
+constexpr std::int64_t bandRows = 8;
 
-/// The lines of a row: in the middles of their shares.
-template <std::size_t count>
-constexpr auto lines = [] {
-    std::array<CGFloat, count> ys{};
-    for (std::size_t i = 0; i < count; ++i)
-        ys[i] = (static_cast<CGFloat>(i) + 0.5) / count;
-    return ys;
-}();
+std::int64_t bandOf(std::int64_t row) {
+    return row >= 0 ? row / bandRows : -((bandRows - 1 - row) / bandRows);
+}
 
-/// A stretch of the stroke. The tips of its caps belong to the outline only where the path ends or
-/// turns back; elsewhere a neighbour hides them.
-struct Stretch {
-    Capsule capsule;
-    bool topShows;
-    bool bottomShows;
+/// A piece of a path from one point to another, by their numbers.
+struct Segment {
+    std::uint32_t from = 0;
+    std::uint32_t to = 0;
+    /// The point that the path goes on to; `to` where it ends.
+    std::uint32_t after = 0;
+    bool isFirst = false;
 };
 
-/// Whether a nearly level piece of the outline lies in the row: a side, or the tip of a cap.
-bool hasLevelPiece(const Stretch& stretch, CGFloat row) {
-    const Capsule& capsule = stretch.capsule;
-    const auto reaches = [&](CGFloat top, CGFloat bottom) { return top < row + 1 && bottom > row; };
-    if (capsule.direction().y >= levelRise)
-        return (stretch.topShows && reaches(capsule.top(), capsule.top())) ||
-               (stretch.bottomShows && reaches(capsule.bottom(), capsule.bottom()));
-    const CGFloat reach = capsule.radius() * std::abs(capsule.direction().x);
-    return reaches(capsule.top(), capsule.lower().y - reach) ||
-           reaches(capsule.upper().y + reach, capsule.bottom());
+/// The axis of a capsule without what no raster shows. Far ends are moved along it, so that places
+/// keep their bits.
+std::optional<std::pair<CGPoint, CGPoint>> axisInWorld(CGPoint a, CGPoint b, CGFloat radius) {
+    const CGFloat edge = 0x1p24 + radius;
+    const auto isInside = [&](CGPoint p) { return std::abs(p.x) <= edge && std::abs(p.y) <= edge; };
+    if (isInside(a) && isInside(b)) return std::pair{a, b};
+    CGPoint from = a;
+    CGPoint to = b;
+    for (CGPoint* end : {&from, &to})
+        if (std::abs(end->y) > edge) {
+            const CGFloat y = std::copysign(edge, end->y);
+            if (a.y == b.y || (a.y < y) == (b.y < y)) return std::nullopt;
+            *end = {crossing(a, b, y), y};
+        }
+    const CGPoint start = from;
+    const CGPoint stop = to;
+    for (CGPoint* end : {&from, &to})
+        if (std::abs(end->x) > edge) {
+            const CGFloat x = std::copysign(edge, end->x);
+            if (start.x == stop.x || (start.x < x) == (stop.x < x)) return std::nullopt;
+            *end = {x, crossing({a.y, a.x}, {b.y, b.x}, x)};
+        }
+    return std::pair{from, to};
 }
 
 class Stroke {
   public:
-    Stroke(CGFloat radius, const PixelRect& clip)
-        : radius_(radius), clip_(clip), firstRow_(clip.bottom), endRow_(clip.top) {}
-
-    void addContour(const FlatPath::Contour& contour) {
-        const std::span<const CGPoint> points = contour.points;
-        const std::size_t count = points.size();
-        const std::size_t segments = contour.closed || count == 1 ? count : count - 1;
-        for (std::size_t i = 0; i < segments; ++i) {
-            const CGPoint a = points[i];
-            const CGPoint b = points[(i + 1) % count];
-            const bool hasBefore = i > 0 || contour.closed;
-            const bool hasAfter = i + 1 < segments || contour.closed;
-            const CGFloat before = hasBefore ? points[(i + count - 1) % count].y : b.y;
-            const CGFloat after = hasAfter ? points[(i + 2) % count].y : a.y;
-            add({.capsule = Capsule(a, b, radius_),
-                 .topShows = a.y <= b.y ? before >= a.y : after >= b.y,
-                 .bottomShows = a.y <= b.y ? after <= b.y : before <= a.y});
+    Stroke(const FlatPath& path, CGFloat radius, const PixelRect& clip)
+        : points_(path.points()), radius_(radius), area_(clip) {
+        std::uint32_t begin = 0;
+        for (std::size_t i = 0; i < path.contourCount(); ++i) {
+            const auto contour = path.contour(i);
+            const auto count = static_cast<std::uint32_t>(contour.points.size());
+            addContour(begin, count, contour.closed);
+            begin += count;
         }
     }
 
     void rasterize(CoverageSink& sink) {
-        if (stretches_.empty()) return;
-        RowBuckets buckets(firstRow_, endRow_, stretches_.size());
-        for (std::size_t i = stretches_.size(); i-- > 0;)
-            buckets.add(firstRowOf(stretches_[i].capsule.top()), static_cast<std::uint32_t>(i));
-
-        CoverageRow accumulator(clip_);
-        std::vector<Active> active;
-        for (std::int64_t row = firstRow_; row < endRow_; ++row) {
-            for (auto i = buckets.first(row); i != RowBuckets::none; i = buckets.after(i))
-                active.push_back({i, {}});
-            if (active.empty()) continue;
-            addRow(active, row, accumulator);
-            accumulator.flush(row, FillRule::nonZero, sink);
-            std::erase_if(active, [&](const Active& a) {
-                return endRowOf(stretches_[a.stretch].capsule.bottom()) == row + 1;
+        RowBuckets bands(bandOf(area_.clip.top), bandOf(area_.clip.bottom - 1) + 1,
+                         segments_.size());
+        for (std::size_t i = segments_.size(); i-- > 0;) {
+            const auto index = static_cast<std::uint32_t>(i);
+            if (const auto capsule = capsuleOf(index))
+                bands.add(bandOf(std::max<std::int64_t>(capsule->firstRow, area_.clip.top)), index);
+        }
+        ColumnSet solid(area_.width);
+        StrokeRow pixels(area_, radius_);
+        const std::int64_t end = bandOf(area_.clip.bottom - 1) + 1;
+        for (std::int64_t band = bandOf(area_.clip.top); band < end; ++band) {
+            for (auto i = bands.first(band); i != RowBuckets::none; i = bands.after(i))
+                active_.push_back(*capsuleOf(i));
+            if (active_.empty()) continue;
+            rasterizeBand(band, solid, pixels, sink);
+            std::erase_if(active_, [&](const StrokeCapsule& capsule) {
+                return capsule.endRow <= (band + 1) * bandRows;
             });
         }
     }
 
   private:
-    struct Active {
-        std::uint32_t stretch;
-        Interval extent;
-    };
-
-    void add(const Stretch& stretch) {
-        const Capsule& capsule = stretch.capsule;
-        const CGFloat top = std::max(capsule.top(), static_cast<CGFloat>(clip_.top));
-        const CGFloat bottom = std::min(capsule.bottom(), static_cast<CGFloat>(clip_.bottom));
-        if (top >= bottom) return;
-        stretches_.push_back(stretch);
-        firstRow_ = std::min(firstRow_, firstRowOf(top));
-        endRow_ = std::max(endRow_, endRowOf(bottom));
+    void addContour(std::uint32_t begin, std::uint32_t count, bool isClosed) {
+        const std::uint32_t last = begin + count - 1;
+        const auto next = [&](std::uint32_t i) { return i < last ? i + 1 : isClosed ? begin : i; };
+        const std::uint32_t segments = isClosed || count == 1 ? count : count - 1;
+        for (std::uint32_t i = begin; i < begin + segments; ++i)
+            segments_.push_back({i, next(i), next(next(i)), i == begin && !isClosed});
     }
 
-    [[nodiscard]] std::int64_t firstRowOf(CGFloat y) const { return clippedRow(std::floor(y)); }
-    [[nodiscard]] std::int64_t endRowOf(CGFloat y) const { return clippedRow(std::ceil(y)); }
-    [[nodiscard]] std::int64_t clippedRow(CGFloat y) const {
-        return static_cast<std::int64_t>(
-            std::clamp(y, static_cast<CGFloat>(clip_.top), static_cast<CGFloat>(clip_.bottom)));
+    /// Nothing where no row of the clip needs it. A cap's rows, in which the capsule's section is
+    /// that of the disc around its end, are left out where the next segment goes on in the same
+    /// direction: that contains the disc, and if it leaves the row out as well, the one behind it
+    /// contains it, and so on to the end of a run. Where two segments turn back, the one
+    /// that ends there keeps the cap.
+    [[nodiscard]] std::optional<StrokeCapsule> capsuleOf(std::uint32_t index) const {
+        const Segment& segment = segments_[index];
+        const CGPoint from = points_[segment.from];
+        const CGPoint to = points_[segment.to];
+        const auto axis = axisInWorld(from, to, radius_);
+        if (!axis) return std::nullopt;
+        StrokeCapsule all{.capsule = Capsule(axis->first, axis->second, radius_), .segment = index};
+        const Capsule& capsule = all.capsule;
+        const bool goesDown = from.y <= to.y;
+        const CGFloat after = points_[segment.after].y;
+        const bool fromShows = segment.isFirst || axis->first != from;
+        const bool toShows = segment.after == segment.to ||
+                             (goesDown ? after <= to.y : after > to.y) || axis->second != to;
+        all.topShows = goesDown ? fromShows : toShows;
+        all.bottomShows = goesDown ? toShows : fromShows;
+
+        const CGFloat drop = std::abs(capsule.along().x);
+        const CGFloat top = all.topShows ? capsule.top() : capsule.upper().y - drop;
+        const CGFloat bottom = all.bottomShows ? capsule.bottom() : capsule.lower().y + drop;
+        all.firstRow = rowOf(std::floor(top));
+        all.endRow = rowOf(std::ceil(bottom));
+        if (all.firstRow >= all.endRow || all.firstRow >= area_.clip.bottom ||
+            all.endRow <= area_.clip.top)
+            return std::nullopt;
+        return all;
     }
 
-    void addRow(std::vector<Active>& active, std::int64_t row, CoverageRow& accumulator) {
-        const auto y = static_cast<CGFloat>(row);
-        for (Active& a : active) {
-            const Capsule& capsule = stretches_[a.stretch].capsule;
-            a.extent = capsule.extent(y, y + 1);
-            // A giant pen: no other stretch matters.
-            if (coversClip(a.extent) && coversClip(capsule, y)) {
-                const auto left = static_cast<CGFloat>(clip_.left);
-                return accumulator.addUprights({&left, 1}, fixedOne);
+    /// Rows of the clip as they are, others beyond it.
+    [[nodiscard]] static std::int32_t rowOf(CGFloat y) {
+        return static_cast<std::int32_t>(std::clamp(y, -0x1p30, 0x1p30));
+    }
+
+    /// Capsules are convex: columns that they cover at the top and at the bottom of a band they
+    /// cover in all of its rows. A capsule that touches no others is not looked at in the band.
+    void rasterizeBand(std::int64_t band, ColumnSet& solid, StrokeRow& pixels, CoverageSink& sink) {
+        const auto top = static_cast<CGFloat>(band * bandRows);
+        const CGFloat bottom = top + bandRows;
+        solid.clear();
+        inBand_.clear();
+        for (const StrokeCapsule& capsule : active_) {
+            RowCapsule at{.of = &capsule};
+            const bool spans = capsule.firstRow <= band * bandRows &&
+                               capsule.endRow >= (band + 1) * bandRows &&
+                               capsule.capsule.top() <= top && capsule.capsule.bottom() >= bottom;
+            at.top = capsule.capsule.sectionAt(top);
+            at.bottom = capsule.capsule.sectionAt(bottom);
+            if (spans) {
+                const std::int32_t from = area_.ceil(at.innermost(Side::left));
+                const std::int32_t to = area_.floor(at.innermost(Side::right));
+                if (from < to) solid.insert(from, to);
             }
+            const Section reach = capsule.capsule.reach(top, at.top, bottom, at.bottom);
+            at.begin = area_.floor(reach.left);
+            at.end = area_.ceil(reach.right);
+            if (at.begin < at.end) inBand_.push_back(at);
         }
-        std::sort(active.begin(), active.end(),
-                  [](const Active& a, const Active& b) { return a.extent.low < b.extent.low; });
-        for (auto begin = active.begin(); begin != active.end();) {
-            auto end = begin;
-            CGFloat high = begin->extent.high;
-            for (; end != active.end() && end->extent.low <= high; ++end)
-                high = std::max(high, end->extent.high);
-            const bool isBeside = high <= static_cast<CGFloat>(clip_.left) ||
-                                  begin->extent.low >= static_cast<CGFloat>(clip_.right);
-            if (!isBeside) addGroup(std::span(begin, end), row, accumulator);
-            begin = end;
+        std::erase_if(inBand_,
+                      [&](const RowCapsule& at) { return solid.contains(at.begin, at.end); });
+
+        const std::int64_t firstRow = std::max(band * bandRows, area_.clip.top);
+        const std::int64_t endRow = std::min((band + 1) * bandRows, area_.clip.bottom);
+        for (std::int64_t row = firstRow; row < endRow; ++row) {
+            pixels.begin(row, solid);
+            const auto y = static_cast<CGFloat>(row);
+            for (RowCapsule& at : inBand_) {
+                if (row < at.of->firstRow || row >= at.of->endRow) continue;
+                const bool isFirst = row == firstRow || row == at.of->firstRow;
+                at.top = isFirst ? at.capsule().sectionAt(y) : at.bottom;
+                at.bottom = at.capsule().sectionAt(y + 1);
+                pixels.add(at);
+            }
+            pixels.flush(sink);
         }
     }
 
-    void addGroup(std::span<Active> group, std::int64_t row, CoverageRow& accumulator) {
-        const auto y = static_cast<CGFloat>(row);
-        if (group.size() == 1 &&
-            addStraight(stretches_[group.front().stretch].capsule, y, accumulator))
-            return;
-        // In the order of the path, where neighbours overlap.
-        std::sort(group.begin(), group.end(),
-                  [](const Active& a, const Active& b) { return a.stretch < b.stretch; });
-        const bool isFine = std::ranges::any_of(
-            group, [&](const Active& a) { return hasLevelPiece(stretches_[a.stretch], y); });
-        union_.reset(isFine ? std::span<const CGFloat>(lines<fine>) : lines<coarse>);
-        for (const Active& a : group)
-            union_.add(stretches_[a.stretch].capsule, y);
-        union_.flush(accumulator);
-    }
-
-    [[nodiscard]] bool coversClip(const Interval& interval) const {
-        return interval.low <= static_cast<CGFloat>(clip_.left) &&
-               interval.high >= static_cast<CGFloat>(clip_.right);
-    }
-    /// Capsules are convex: what covers both sides of a row covers the row.
-    [[nodiscard]] bool coversClip(const Capsule& capsule, CGFloat row) const {
-        if (capsule.top() > row || capsule.bottom() < row + 1) return false;
-        constexpr std::array<CGFloat, 2> sides{0, 1};
-        std::array<CGFloat, 2> lows{};
-        std::array<CGFloat, 2> highs{};
-        capsule.intersect(row, sides, lows, highs);
-        return coversClip(Interval{lows[0], highs[0]}) && coversClip(Interval{lows[1], highs[1]});
-    }
-
-    /// @return whether the capsule has straight sides throughout the row, as was added
-    static bool addStraight(const Capsule& capsule, CGFloat row, CoverageRow& accumulator) {
-        const auto piece = capsule.straightPiece(row, row + 1);
-        if (!piece) return false;
-        const auto& [from, to] = *piece;
-        const auto isInWorld = [](const Interval& interval) {
-            return interval.low > -worldEdge && interval.high < worldEdge;
-        };
-        if (!isInWorld(from) || !isInWorld(to)) return false;
-        accumulator.addSloped(toFixed(from.low), toFixed(to.low), fixedOne);
-        accumulator.addSloped(toFixed(from.high), toFixed(to.high), -fixedOne);
-        return true;
-    }
-
+    std::span<const CGPoint> points_;
     CGFloat radius_;
-    PixelRect clip_;
-    std::int64_t firstRow_;
-    std::int64_t endRow_;
-    std::vector<Stretch> stretches_;
-    IntervalUnion union_;
+    WorkArea area_;
+    std::vector<Segment> segments_;
+    std::vector<StrokeCapsule> active_;
+    std::vector<RowCapsule> inBand_;
 };
 
 /// A lone line or dot cannot meet itself, so its outline can be filled, which is exact.
 void fillCapsule(const Capsule& capsule, const PixelRect& clip, CoverageSink& sink) {
-    const CGPoint along{capsule.direction().x * capsule.radius(),
-                        capsule.direction().y * capsule.radius()};
+    const CGPoint along = capsule.along();
     const CGPoint aside{-along.y, along.x};
     const auto from = [&](CGPoint end, CGFloat alongSign, CGFloat asideSign) {
         return CGPoint{end.x + alongSign * along.x + asideSign * aside.x,
@@ -230,10 +234,7 @@ void rasterizeStroke(const FlatPath& path, CGFloat width, const PixelRect& clip,
         const std::span<const CGPoint> points = path.contour(0).points;
         return fillCapsule(Capsule(points.front(), points.back(), radius), clip, sink);
     }
-    Stroke stroke(radius, clip);
-    for (std::size_t i = 0; i < path.contourCount(); ++i)
-        stroke.addContour(path.contour(i));
-    stroke.rasterize(sink);
+    Stroke(path, radius, clip).rasterize(sink);
 }
 
 }  // namespace pictal::detail
