@@ -21,8 +21,8 @@ void FilledPath::cover(CGPoint moved, const PixelRect& area, CoverageSink& sink)
 }
 
 StrokedPath::StrokedPath(const Path& path, CGFloat width, const AffineTransform& toDevice)
-    : path_(path), deviceWidth_(width * std::sqrt(std::abs(toDevice.a * toDevice.d -
-                                                           toDevice.b * toDevice.c))),
+    : path_(path),
+      deviceWidth_(width * std::sqrt(std::abs(toDevice.a * toDevice.d - toDevice.b * toDevice.c))),
       toDevice_(toDevice) {}
 
 void StrokedPath::cover(CGPoint moved, const PixelRect& area, CoverageSink& sink) const {
