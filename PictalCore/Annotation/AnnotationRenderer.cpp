@@ -1,5 +1,6 @@
 #include "PictalCore/Annotation/AnnotationRenderer.h"
 
+#include "PictalCore/Annotation/detail/ToolContext.h"
 #include "PictalCore/Annotation/detail/VectorTools.h"
 #include "PictalCore/Platform/Graphics/BitmapContext.h"
 
@@ -11,9 +12,9 @@ namespace pictal {
 
 namespace {
 
-using Drawing = void (*)(BitmapContext&, const ScreenshotAnnotation&);
+using Drawing = void (*)(const detail::ToolContext&, const ScreenshotAnnotation&);
 
-/// What each tool draws, inside a saved state with the style's width and colours set.
+/// What each tool draws.
 struct ToolDrawing {
     AnnotationTool tool;
     Drawing draw;
@@ -33,15 +34,16 @@ Drawing drawingOf(AnnotationTool tool) {
     return row == toolDrawings.end() ? nullptr : row->draw;
 }
 
-void draw(BitmapContext& canvas, const ScreenshotAnnotation& annotation) {
+void draw(const detail::ToolContext& context, const ScreenshotAnnotation& annotation) {
     const Drawing drawing = drawingOf(annotation.tool);
     if (!drawing) return;
+    BitmapContext& canvas = context.canvas;
     canvas.saveGState();
     canvas.setShouldAntialias(true);
     canvas.setLineWidth(annotation.style.lineWidth);
     canvas.setStrokeColor(detail::strokeColor(annotation.style));
     canvas.setFillColor(detail::fillColor(annotation.style));
-    drawing(canvas, annotation);
+    drawing(context, annotation);
     canvas.restoreGState();
 }
 
@@ -55,10 +57,11 @@ std::expected<CGImage, AnnotationRendererError> AnnotationRenderer::render(
     canvas->draw(image, CGRect(0, 0, static_cast<CGFloat>(image.width()),
                                static_cast<CGFloat>(image.height())));
 
+    const detail::ToolContext context{*canvas, image};
     // A mosaic hides the picture, never another mark, so mosaics go under everything else.
     for (const bool mosaics : {true, false})
         for (const ScreenshotAnnotation& annotation : annotations)
-            if ((annotation.tool == AnnotationTool::mosaic) == mosaics) draw(*canvas, annotation);
+            if ((annotation.tool == AnnotationTool::mosaic) == mosaics) draw(context, annotation);
     return std::move(*canvas).makeImage();
 }
 

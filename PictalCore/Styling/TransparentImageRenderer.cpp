@@ -3,7 +3,7 @@
 #include "PictalCore/Platform/Foundation/Clamping.h"
 #include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
 #include "PictalCore/Platform/Graphics/Pixels/ColorConversion.h"
-#include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
+#include "PictalCore/Platform/Graphics/Pixels/ImageOfPixels.h"
 #include "PictalCore/Platform/ImageIO/PNG.h"
 #include "PictalCore/Styling/detail/CardShadow.h"
 #include "PictalCore/Styling/detail/RoundedMask.h"
@@ -85,7 +85,7 @@ std::expected<CGImage, TransparentImageRendererError> TransparentImageRenderer::
                                    static_cast<std::size_t>(outline.width)),
                        image.row(pictureY), shown, *conversion);
     }
-    return CGImage(*std::move(canvas), CGColorSpace::sRGB());
+    return detail::imageOf(*std::move(canvas), CGColorSpace::sRGB());
 }
 
 std::expected<std::vector<std::byte>, TransparentImageRendererError>

@@ -19,10 +19,28 @@ bool lineShows(const AnnotationStyle& style) {
     return style.lineWidth > 0 && strokeShows(style);
 }
 
-/// The rectangle along whose outline a stroke stays inside the given one: null when it is narrower
-/// than the stroke.
-CGRect insetForStroke(const CGRect& rect, const AnnotationStyle& style) {
-    return rect.insetBy(style.lineWidth / 2, style.lineWidth / 2);
+/// How the two shapes in a rectangle are drawn.
+struct Frame {
+    void (BitmapContext::*fill)(const CGRect&);
+    void (BitmapContext::*stroke)(const CGRect&);
+};
+constexpr Frame rectangleFrame{&BitmapContext::fill, &BitmapContext::stroke};
+constexpr Frame ellipseFrame{&BitmapContext::fillEllipse, &BitmapContext::strokeEllipse};
+
+/// The fill, and the outline inside the rectangle's edges. A frame that is flatter than its outline
+/// is wide is outline all over.
+void drawFrame(const Frame& frame, const ToolContext& context,
+               const ScreenshotAnnotation& annotation) {
+    const auto* geometry = annotation.geometry.as<AnnotationGeometry::Rect>();
+    if (!geometry) return;
+    BitmapContext& canvas = context.canvas;
+    const AnnotationStyle& style = annotation.style;
+    if (fillShows(style)) (canvas.*frame.fill)(geometry->rect);
+    if (!lineShows(style)) return;
+    const CGRect middle = geometry->rect.insetBy(style.lineWidth / 2, style.lineWidth / 2);
+    if (!middle.isNull()) return (canvas.*frame.stroke)(middle);
+    canvas.setFillColor(strokeColor(style));
+    (canvas.*frame.fill)(geometry->rect);
 }
 
 Path polyline(std::span<const CGPoint> points) {
@@ -66,46 +84,39 @@ CGColor fillColor(const AnnotationStyle& style) {
     return style.fill.cgColor().withAlpha(style.fill.alpha * style.opacity);
 }
 
-void drawRectangle(BitmapContext& canvas, const ScreenshotAnnotation& annotation) {
-    const auto* geometry = annotation.geometry.as<AnnotationGeometry::Rect>();
-    if (!geometry) return;
-    if (fillShows(annotation.style)) canvas.fill(geometry->rect);
-    if (lineShows(annotation.style))
-        canvas.stroke(insetForStroke(geometry->rect, annotation.style));
+void drawRectangle(const ToolContext& context, const ScreenshotAnnotation& annotation) {
+    drawFrame(rectangleFrame, context, annotation);
 }
 
-void drawEllipse(BitmapContext& canvas, const ScreenshotAnnotation& annotation) {
-    const auto* geometry = annotation.geometry.as<AnnotationGeometry::Rect>();
-    if (!geometry) return;
-    if (fillShows(annotation.style)) canvas.fillEllipse(geometry->rect);
-    if (lineShows(annotation.style))
-        canvas.strokeEllipse(insetForStroke(geometry->rect, annotation.style));
+void drawEllipse(const ToolContext& context, const ScreenshotAnnotation& annotation) {
+    drawFrame(ellipseFrame, context, annotation);
 }
 
-void drawLine(BitmapContext& canvas, const ScreenshotAnnotation& annotation) {
+void drawLine(const ToolContext& context, const ScreenshotAnnotation& annotation) {
     const auto* line = annotation.geometry.as<AnnotationGeometry::Line>();
     if (!line || !lineShows(annotation.style)) return;
-    canvas.stroke(polyline(std::array{line->start, line->end}));
+    context.canvas.stroke(polyline(std::array{line->start, line->end}));
 }
 
-void drawArrow(BitmapContext& canvas, const ScreenshotAnnotation& annotation) {
-    drawLine(canvas, annotation);
+void drawArrow(const ToolContext& context, const ScreenshotAnnotation& annotation) {
+    drawLine(context, annotation);
     if (const auto* line = annotation.geometry.as<AnnotationGeometry::Line>())
-        drawArrowHead(canvas, *line, annotation.style);
+        drawArrowHead(context.canvas, *line, annotation.style);
 }
 
-void drawBrush(BitmapContext& canvas, const ScreenshotAnnotation& annotation) {
+void drawBrush(const ToolContext& context, const ScreenshotAnnotation& annotation) {
     const auto* path = annotation.geometry.as<AnnotationGeometry::Points>();
     if (!path || path->points.empty() || !lineShows(annotation.style)) return;
     if (path->points.size() > 1) {
-        canvas.stroke(polyline(path->points));
+        context.canvas.stroke(polyline(path->points));
         return;
     }
     // A tap is a dot that can be seen, however fine the brush.
     const CGPoint center = path->points.front();
     const CGFloat radius = std::max(1.0, annotation.style.lineWidth / 2);
-    canvas.setFillColor(strokeColor(annotation.style));
-    canvas.fillEllipse(CGRect(center.x - radius, center.y - radius, 2 * radius, 2 * radius));
+    context.canvas.setFillColor(strokeColor(annotation.style));
+    context.canvas.fillEllipse(
+        CGRect(center.x - radius, center.y - radius, 2 * radius, 2 * radius));
 }
 
 }  // namespace pictal::detail

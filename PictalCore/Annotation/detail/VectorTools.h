@@ -1,20 +1,19 @@
 #pragma once
 
 #include "PictalCore/Annotation/ScreenshotAnnotation.h"
-#include "PictalCore/Platform/Graphics/BitmapContext.h"
+#include "PictalCore/Annotation/detail/ToolContext.h"
 
-/// The tools that draw lines and areas. Each draws on a canvas whose line width and colours are
-/// those of the annotation's style, and draws nothing for a geometry of another kind.
+/// The tools that draw lines and areas. A geometry of another kind draws nothing.
 namespace pictal::detail {
 
 /// The style's colours as they are drawn, the opacity included.
 [[nodiscard]] CGColor strokeColor(const AnnotationStyle& style);
 [[nodiscard]] CGColor fillColor(const AnnotationStyle& style);
 
-void drawRectangle(BitmapContext& canvas, const ScreenshotAnnotation& annotation);
-void drawEllipse(BitmapContext& canvas, const ScreenshotAnnotation& annotation);
-void drawLine(BitmapContext& canvas, const ScreenshotAnnotation& annotation);
-void drawArrow(BitmapContext& canvas, const ScreenshotAnnotation& annotation);
-void drawBrush(BitmapContext& canvas, const ScreenshotAnnotation& annotation);
+void drawRectangle(const ToolContext& context, const ScreenshotAnnotation& annotation);
+void drawEllipse(const ToolContext& context, const ScreenshotAnnotation& annotation);
+void drawLine(const ToolContext& context, const ScreenshotAnnotation& annotation);
+void drawArrow(const ToolContext& context, const ScreenshotAnnotation& annotation);
+void drawBrush(const ToolContext& context, const ScreenshotAnnotation& annotation);
 
 }  // namespace pictal::detail

@@ -2,7 +2,7 @@
 
 #include "PictalCore/Platform/Graphics/Kernels/Arithmetic.h"
 #include "PictalCore/Platform/Graphics/Pixels/ColorConversion.h"
-#include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
+#include "PictalCore/Platform/Graphics/Pixels/ImageOfPixels.h"
 #include "PictalCore/Platform/Graphics/detail/Clip.h"
 #include "PictalCore/Platform/Graphics/detail/EllipseOutline.h"
 #include "PictalCore/Platform/Graphics/detail/ImageSilhouette.h"
@@ -255,7 +255,7 @@ void BitmapContext::draw(const CGImage& image, const CGRect& rect) {
 }
 
 CGImage BitmapContext::makeImage() && {
-    return CGImage(std::move(impl_->canvas), impl_->colorSpace);
+    return imageOf(std::move(impl_->canvas), impl_->colorSpace);
 }
 
 }  // namespace pictal

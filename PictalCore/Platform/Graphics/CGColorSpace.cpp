@@ -1,6 +1,6 @@
 #include "PictalCore/Platform/Graphics/CGColorSpace.h"
 
-#include "PictalCore/Platform/Graphics/Pixels/ColorConversion.h"
+#include "PictalCore/Platform/Graphics/Pixels/ProfileConversion.h"
 
 #include <algorithm>
 
@@ -8,14 +8,13 @@ namespace pictal {
 
 std::optional<CGColorSpace> CGColorSpace::fromICCProfile(std::span<const std::byte> profile) {
     CGColorSpace space(Kind::icc);
-    space.profile_ = std::make_shared<const std::vector<std::byte>>(profile.begin(), profile.end());
-    // A profile that nothing can be converted through says nothing about colours.
-    if (!detail::ColorConversion::make(space, sRGB())) return std::nullopt;
+    space.profile_ = detail::ProfileConversion::make(profile);
+    if (!space.profile_) return std::nullopt;
     return space;
 }
 
 std::span<const std::byte> CGColorSpace::iccProfile() const {
-    return profile_ ? std::span<const std::byte>(*profile_) : std::span<const std::byte>();
+    return profile_ ? profile_->bytes() : std::span<const std::byte>();
 }
 
 bool CGColorSpace::hasSameNumbersAs(const CGColorSpace& other) const {

@@ -6,9 +6,13 @@
 #include <memory>
 #include <optional>
 #include <span>
-#include <vector>
 
 namespace pictal {
+
+namespace detail {
+class ColorConversion;
+class ProfileConversion;
+}  // namespace detail
 
 /// What the numbers of a pixel mean. A value: copying is cheap, and two spaces are equal when they
 /// are the same kind and, for a profile, the same bytes.
@@ -17,7 +21,7 @@ class PICTAL_API CGColorSpace {
     /// Untagged RGB: sRGB in all but name. Nothing is converted between the two.
     [[nodiscard]] static CGColorSpace deviceRGB() { return CGColorSpace(Kind::deviceRGB); }
     [[nodiscard]] static CGColorSpace sRGB() { return CGColorSpace(Kind::sRGB); }
-    /// The space of an ICC profile.
+    /// The space of an ICC profile; it keeps what converts the profile's colours to sRGB.
     /// @return nothing for bytes that are no RGB profile which colours can be converted from
     [[nodiscard]] static std::optional<CGColorSpace> fromICCProfile(
         std::span<const std::byte> profile);
@@ -35,10 +39,11 @@ class PICTAL_API CGColorSpace {
 
   private:
     enum class Kind { deviceRGB, sRGB, icc };
+    friend class detail::ColorConversion;
     explicit CGColorSpace(Kind kind) : kind_(kind) {}
 
     Kind kind_ = Kind::deviceRGB;
-    std::shared_ptr<const std::vector<std::byte>> profile_;
+    std::shared_ptr<const detail::ProfileConversion> profile_;
 };
 
 }  // namespace pictal

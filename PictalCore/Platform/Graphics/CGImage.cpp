@@ -1,7 +1,7 @@
 #include "PictalCore/Platform/Graphics/CGImage.h"
 
 #include "PictalCore/Platform/Graphics/Kernels/Alpha.h"
-#include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
+#include "PictalCore/Platform/Graphics/Pixels/ImageOfPixels.h"
 
 #include <algorithm>
 #include <cstring>
@@ -46,13 +46,18 @@ CGImage& CGImage::operator=(const CGImage&) = default;
 CGImage& CGImage::operator=(CGImage&&) noexcept = default;
 CGImage::~CGImage() = default;
 
-CGImage::CGImage(PixelBuffer&& pixels, const CGColorSpace& colorSpace)
-    : pixels_(pixels.pixels()),
-      width_(pixels.width()),
-      height_(pixels.height()),
-      stride_(pixels.stride()) {
-    const bool opaque = width_ > 0 && allOpaque(pixels);
-    storage_ = std::make_shared<const Storage>(Storage{std::move(pixels), colorSpace, opaque});
+CGImage detail::imageOf(PixelBuffer&& pixels, const CGColorSpace& colorSpace, Opacity opacity) {
+    CGImage image;
+    if (pixels.width() == 0) return image;
+    image.pixels_ = pixels.pixels();
+    image.width_ = pixels.width();
+    image.height_ = pixels.height();
+    image.stride_ = pixels.stride();
+    const bool opaque =
+        opacity == Opacity::unknown ? allOpaque(pixels) : opacity == Opacity::opaque;
+    image.storage_ = std::make_shared<const CGImage::Storage>(
+        CGImage::Storage{std::move(pixels), colorSpace, opaque});
+    return image;
 }
 
 std::optional<CGImage> CGImage::fromBytes(std::span<const std::byte> bytes, const Layout& layout,
@@ -73,7 +78,7 @@ std::optional<CGImage> CGImage::fromBytes(std::span<const std::byte> bytes, cons
             if (layout.alpha == Alpha::straight) pixel = kernels::premultiplied(pixel);
         }
     }
-    return CGImage(*std::move(pixels), colorSpace);
+    return detail::imageOf(*std::move(pixels), colorSpace);
 }
 
 const CGColorSpace& CGImage::colorSpace() const {

@@ -12,9 +12,13 @@
 
 namespace pictal {
 
+class CGImage;
+
 namespace detail {
 class PixelBuffer;
-}
+enum class Opacity : unsigned char;
+CGImage imageOf(PixelBuffer&& pixels, const CGColorSpace& colorSpace, Opacity opacity);
+}  // namespace detail
 
 /// A picture that never changes: 8-bit RGBA with premultiplied alpha, the top row first. A handle
 /// on shared pixels, so that copying is cheap and a crop is a view. A default one is empty, 0 × 0.
@@ -37,8 +41,6 @@ class PICTAL_API CGImage {
                                                           const Layout& layout,
                                                           const CGColorSpace& colorSpace);
 
-    /// Takes over pixels that the platform layer has drawn.
-    CGImage(detail::PixelBuffer&& pixels, const CGColorSpace& colorSpace);
     CGImage();
     CGImage(const CGImage&);
     CGImage(CGImage&&) noexcept;
@@ -69,6 +71,7 @@ class PICTAL_API CGImage {
 
   private:
     struct Storage;
+    friend CGImage detail::imageOf(detail::PixelBuffer&&, const CGColorSpace&, detail::Opacity);
 
     std::shared_ptr<const Storage> storage_;
     const std::uint32_t* pixels_ = nullptr;

@@ -1,3 +1,4 @@
+#include "PictalCore/Platform/Graphics/Pixels/ImageOfPixels.h"
 #include "PictalCore/Platform/ImageIO/PNG.h"
 #include "PictalCore/Platform/ImageIO/detail/FileFormats.h"
 #include "PictalCore/Platform/ImageIO/detail/LibPNG.h"
@@ -64,7 +65,7 @@ std::expected<CGImage, ReadError> read(std::span<const std::byte> bytes, const R
         if (auto done = detail::readWithLibPNG(bytes, file->header, rows, *pixels); !done)
             return std::unexpected(done.error());
     }
-    return CGImage(*std::move(pixels), color.space);
+    return detail::imageOf(*std::move(pixels), color.space);
 }
 
 std::expected<Info, ReadError> readInfo(std::span<const std::byte> bytes) {

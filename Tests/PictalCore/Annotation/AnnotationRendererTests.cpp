@@ -76,7 +76,7 @@ TEST(AnnotationRenderer, ARectanglesStrokeLiesInsideItsEdges) {
         }
 }
 
-TEST(AnnotationRenderer, OutlinesAreRoundAndTooNarrowOnesAreLeftOut) {
+TEST(AnnotationRenderer, OutlinesAreRoundAndFillWhatIsTooNarrowForThem) {
     const PictureProbe outline =
         drawn(Annotation::rectangle(CGRect(10, 10, 80, 80), styled(red, nothing, 20)));
     const double corners = 4 * 100 * (1 - pi / 4);  // round joins of radius 10
@@ -85,10 +85,20 @@ TEST(AnnotationRenderer, OutlinesAreRoundAndTooNarrowOnesAreLeftOut) {
     EXPECT_EQ(outline.alpha(30, 30), 0) << "the inner corner is sharp";
     EXPECT_EQ(outline.alpha(29, 29), 255);
 
-    const PictureProbe narrow =
-        drawn(Annotation::rectangle(CGRect(10, 10, 80, 15), styled(red, green, 20)));
-    EXPECT_EQ(narrow.coverage(), 80 * 15);
-    EXPECT_EQ(pixelText(narrow.pixel(50, 80)), "#00FF00FF");
+    const auto check = [](const char* name, CGRect rect, CGFloat lineWidth, double boxArea) {
+        for (const auto make : {Annotation::rectangle, Annotation::ellipse}) {
+            const double area = make == Annotation::ellipse ? boxArea * pi / 4 : boxArea;
+            const PictureProbe flat = drawn(make(rect, styled(red, green, lineWidth)));
+            EXPECT_EQ(flat.green(50, 51), 0) << name << ": the outline hides the fill";
+            const PictureProbe faint = drawn(make(rect, styled(red, nothing, lineWidth, 0.5)));
+            EXPECT_NEAR(faint.coverage(), area * 128 / 255, 0.01 * area + 0.1) << name;
+        }
+    };
+    check("hardly too flat", {20, 46, 60, 3.99}, 4, 60 * 3.99);
+    check("upward and to the left", {60, 90, -20, -80}, 24, 20 * 80);
+    check("wider than both sides", {40, 45, 20, 10}, 60, 20 * 10);
+    check("infinitely wide", {40, 45, 20, 10}, HUGE_VAL, 20 * 10);
+    check("no height at all", {20, 50, 60, 0}, 4, 0);
 }
 
 TEST(AnnotationRenderer, EllipsesAreFilledAndStrokedEvenly) {
@@ -141,6 +151,36 @@ TEST(AnnotationRenderer, ArrowHeads) {
         drawn(Annotation::arrow({10, 50}, {80, 50}, styled(red, nothing, 4, 0.5)));
     EXPECT_EQ(plain.alpha(74, 49), 192) << "a translucent head over its shaft is darker";
     EXPECT_EQ(plain.alpha(40, 49), 128);
+}
+
+TEST(AnnotationRenderer, ArrowHeadsPointForwardAtEveryAngle) {
+    for (int degrees = 3; degrees < 360; degrees += 19) {
+        const double angle = degrees * pi / 180;
+        const CGPoint tip{50 + 20 * std::cos(angle), 50 + 20 * std::sin(angle)};
+        // A head of length 40 and no shaft.
+        AnnotationStyle style = styled(nothing, green, 10);
+        const PictureProbe head = drawn(Annotation::arrow({50, 50}, tip, style));
+        const double height = 40 * std::cos(pi / 7), halfBase = 40 * std::sin(pi / 7);
+        EXPECT_NEAR(head.coverage(), height * halfBase, 1) << degrees;
+        double x = 0, y = 0;
+        for (int row = 0; row < 100; ++row)
+            for (int column = 0; column < 100; ++column) {
+                x += (column + 0.5) * head.alpha(column, row) / 255;
+                y += (99.5 - row) * head.alpha(column, row) / 255;
+            }
+        // A triangle balances at two thirds of its height from the tip.
+        EXPECT_NEAR(x / head.coverage(), tip.x - height * 2 / 3 * std::cos(angle), 0.1) << degrees;
+        EXPECT_NEAR(y / head.coverage(), tip.y - height * 2 / 3 * std::sin(angle), 0.1) << degrees;
+        const auto alphaAt = [&](double along, double aside) {
+            return head.alpha(
+                static_cast<int>(tip.x - along * std::cos(angle) - aside * std::sin(angle)),
+                99 - static_cast<int>(tip.y - along * std::sin(angle) + aside * std::cos(angle)));
+        };
+        EXPECT_EQ(alphaAt(3, 0), 255) << degrees << ": the tip";
+        EXPECT_EQ(alphaAt(height - 3, 12), 255) << degrees << ": the base";
+        EXPECT_EQ(alphaAt(height - 3, -12), 255) << degrees << ": the base";
+        EXPECT_EQ(alphaAt(height + 3, 0), 0) << degrees << ": behind the base";
+    }
 }
 
 TEST(AnnotationRenderer, BrushStrokesAreOneAreaHoweverTheyTurn) {

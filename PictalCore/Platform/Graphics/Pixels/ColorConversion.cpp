@@ -5,58 +5,44 @@
 #include <algorithm>
 #include <array>
 
-#include <lcms2.h>
-
 namespace pictal::detail {
+
+using namespace colorManagement;
 
 namespace {
 
-struct CloseProfile {
-    void operator()(void* profile) const { cmsCloseProfile(profile); }
+struct OwnTransform {
+    Context context;
+    Transform transform;
 };
-struct DeleteContext {
-    void operator()(cmsContext context) const { cmsDeleteContext(context); }
-};
-struct DeleteTransform {
-    void operator()(void* transform) const { cmsDeleteTransform(transform); }
-};
-using Profile = std::unique_ptr<void, CloseProfile>;
-using Context = std::unique_ptr<_cmsContext_struct, DeleteContext>;
 
-Profile open(cmsContext context, const CGColorSpace& space) {
+Profile open(const Context& context, const CGColorSpace& space) {
     const auto bytes = space.iccProfile();
-    if (bytes.empty()) return Profile(cmsCreate_sRGBProfileTHR(context));
-    Profile profile(cmsOpenProfileFromMemTHR(context, bytes.data(),
-                                             static_cast<cmsUInt32Number>(bytes.size())));
-    if (profile && cmsGetColorSpace(profile.get()) != cmsSigRgbData) profile.reset();
-    return profile;
+    return bytes.empty() ? makeSRGBProfile(context) : openProfile(context, bytes);
 }
 
 }  // namespace
 
-struct ColorConversion::Transform {
-    Context context;
-    std::unique_ptr<void, DeleteTransform> handle;
-};
-
-ColorConversion::ColorConversion(std::shared_ptr<const Transform> transform)
-    : transform_(std::move(transform)) {}
-
 std::optional<ColorConversion> ColorConversion::make(const CGColorSpace& from,
                                                      const CGColorSpace& to) {
-    if (from.hasSameNumbersAs(to)) return ColorConversion();
-    // A context of its own keeps the library's complaints away from standard error.
-    auto transform = std::make_shared<Transform>();
-    transform->context.reset(cmsCreateContext(nullptr, nullptr));
-    if (!transform->context) return std::nullopt;
-    const Profile source = open(transform->context.get(), from);
-    const Profile target = open(transform->context.get(), to);
-    if (!source || !target) return std::nullopt;
-    transform->handle.reset(cmsCreateTransformTHR(transform->context.get(), source.get(),
-                                                  TYPE_RGBA_8, target.get(), TYPE_RGBA_8,
-                                                  INTENT_RELATIVE_COLORIMETRIC, cmsFLAGS_NOCACHE));
-    if (!transform->handle) return std::nullopt;
-    return ColorConversion(std::move(transform));
+    ColorConversion conversion;
+    if (from.hasSameNumbersAs(to)) return conversion;
+    if (from.profile_ && !to.profile_) {
+        conversion.transform_ = {from.profile_, &from.profile_->pixelsToSRGB()};
+        return conversion;
+    }
+    const auto own = std::make_shared<OwnTransform>();
+    own->context = makeContext();
+    own->transform = makeTransform(own->context, open(own->context, from), Format::rgba8,
+                                   open(own->context, to), Format::rgba8);
+    if (!own->transform) return std::nullopt;
+    conversion.transform_ = {own, &own->transform};
+    return conversion;
+}
+
+std::optional<ColorComponents> ColorConversion::colorInSRGB(const ColorComponents& color,
+                                                            const CGColorSpace& space) {
+    return space.profile_ ? space.profile_->toSRGB(color) : std::optional(color);
 }
 
 void ColorConversion::convert(std::span<const std::uint32_t> from,
@@ -75,8 +61,7 @@ void ColorConversion::convert(std::span<const std::uint32_t> from,
         const auto straight = std::span(straightPiece).first(count);
         const auto converted = std::span(convertedPiece).first(count);
         alpha.unpremultiply(source, straight);
-        cmsDoTransform(transform_->handle.get(), straight.data(), converted.data(),
-                       static_cast<cmsUInt32Number>(count));
+        colorManagement::convert(*transform_, straight.data(), converted.data(), count);
         for (std::size_t i = 0; i < count; ++i)
             converted[i] = (converted[i] & 0x00FFFFFF) | (straight[i] & 0xFF000000);
         alpha.premultiply(converted, to.subspan(done, count));

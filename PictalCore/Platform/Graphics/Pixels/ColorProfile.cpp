@@ -1,5 +1,7 @@
 #include "PictalCore/Platform/Graphics/Pixels/ColorProfile.h"
 
+#include "PictalCore/Platform/Graphics/Pixels/ColorManagement.h"
+
 #include <algorithm>
 #include <memory>
 
@@ -7,25 +9,17 @@
 
 namespace pictal::detail {
 
+using namespace colorManagement;
+
 namespace {
 
-struct Release {
-    void operator()(void* profile) const { cmsCloseProfile(profile); }
-    void operator()(cmsContext context) const { cmsDeleteContext(context); }
+struct FreeCurve {
     void operator()(cmsToneCurve* curve) const { cmsFreeToneCurve(curve); }
 };
-using Profile = std::unique_ptr<void, Release>;
-using Curve = std::unique_ptr<cmsToneCurve, Release>;
-/// One of its own keeps the library's complaints away from standard error.
-using Context = std::unique_ptr<_cmsContext_struct, Release>;
+using Curve = std::unique_ptr<cmsToneCurve, FreeCurve>;
 
-Context makeContext() {
-    return Context(cmsCreateContext(nullptr, nullptr));
-}
-
-Profile open(const Context& context, std::span<const std::byte> profile) {
-    return Profile(cmsOpenProfileFromMemTHR(context.get(), profile.data(),
-                                            static_cast<cmsUInt32Number>(profile.size())));
+cmsContext handle(const Context& context) {
+    return static_cast<cmsContext>(context.get());
 }
 
 std::optional<std::vector<std::byte>> saved(const Profile& profile) {
@@ -50,54 +44,44 @@ std::optional<std::vector<std::byte>> makeRGBProfile(const Chromaticities& chrom
     if (!context) return std::nullopt;
     // The constants of IEC 61966-2-1: ((x + 0.055) / 1.055) ^ 2.4, below 0.04045 x / 12.92.
     constexpr std::array standard{2.4, 1 / 1.055, 0.055 / 1.055, 1 / 12.92, 0.04045};
-    const Curve curve(exponent ? cmsBuildGamma(context.get(), *exponent)
-                               : cmsBuildParametricToneCurve(context.get(), 4, standard.data()));
+    const Curve curve(exponent ? cmsBuildGamma(handle(context), *exponent)
+                               : cmsBuildParametricToneCurve(handle(context), 4, standard.data()));
     const cmsCIExyY white = measured(chromaticities.white);
     const cmsCIExyYTRIPLE primaries{measured(chromaticities.red), measured(chromaticities.green),
                                     measured(chromaticities.blue)};
     const std::array<cmsToneCurve*, 3> curves{curve.get(), curve.get(), curve.get()};
     if (!curve) return std::nullopt;
-    return saved(Profile(cmsCreateRGBProfileTHR(context.get(), &white, &primaries, curves.data())));
+    return saved(
+        Profile(cmsCreateRGBProfileTHR(handle(context), &white, &primaries, curves.data())));
 }
 
 std::optional<std::vector<std::byte>> makeGreyProfile(double exponent) {
     const Context context = makeContext();
     if (!context) return std::nullopt;
-    const Curve curve(cmsBuildGamma(context.get(), exponent));
+    const Curve curve(cmsBuildGamma(handle(context), exponent));
     if (!curve) return std::nullopt;
-    return saved(Profile(cmsCreateGrayProfileTHR(context.get(), cmsD50_xyY(), curve.get())));
+    return saved(Profile(cmsCreateGrayProfileTHR(handle(context), cmsD50_xyY(), curve.get())));
 }
 
 std::optional<std::vector<WideRGB>> greyLevelsInSRGB(std::span<const std::byte> profile,
                                                      std::size_t count) {
     const Context context = makeContext();
-    if (!context) return std::nullopt;
-    const Profile source = open(context, profile);
-    if (!source || cmsGetColorSpace(source.get()) != cmsSigGrayData) return std::nullopt;
-    const Profile target(cmsCreate_sRGBProfileTHR(context.get()));
-    const std::unique_ptr<void, void (*)(void*)> transform(
-        target ? cmsCreateTransformTHR(context.get(), source.get(), TYPE_GRAY_16, target.get(),
-                                       TYPE_RGB_16, INTENT_RELATIVE_COLORIMETRIC,
-                                       cmsFLAGS_NOCACHE | cmsFLAGS_NOOPTIMIZE)
-               : nullptr,
-        [](void* handle) {
-            if (handle) cmsDeleteTransform(handle);
-        });
+    const Transform transform =
+        makeTransform(context, openProfile(context, profile), Format::grey16,
+                      makeSRGBProfile(context), Format::rgb16);
     if (!transform) return std::nullopt;
 
     std::vector<std::uint16_t> grey(count);
     for (std::size_t i = 0; i < count; ++i)
         grey[i] = static_cast<std::uint16_t>((i * 65535 + (count - 1) / 2) / (count - 1));
     std::vector<WideRGB> levels(count);
-    cmsDoTransform(transform.get(), grey.data(), levels.data(),
-                   static_cast<cmsUInt32Number>(count));
+    convert(transform, grey.data(), levels.data(), count);
     return levels;
 }
 
 std::string profileName(std::span<const std::byte> profile) {
     const Context context = makeContext();
-    if (!context) return {};
-    const Profile source = open(context, profile);
+    const Profile source = openProfile(context, profile);
     std::array<char, 128> text{};
     if (source)
         cmsGetProfileInfoASCII(source.get(), cmsInfoDescription, "en", "US", text.data(),

@@ -141,6 +141,32 @@ TEST(BitmapContext, AnEllipsesOutlineIsTheUnionOfItsSegments) {
     check("wider than itself", {30, 30, 40, 30}, 30);
 }
 
+TEST(BitmapContext, PensStayRoundWhereTheTransformStretches) {
+    // Twice as wide is √2 times the pen, which keeps its area.
+    const double pen = 4 * std::numbers::sqrt2;
+    BitmapContext context = canvas(120, 60);
+    context.concatenate(AffineTransform::scale(2, 1));
+    context.setLineWidth(4);
+    Path line;
+    line.moveTo({10, 30});
+    line.lineTo({50, 30});
+    context.stroke(line);
+    EXPECT_NEAR(finished(context).coverage(), 80 * pen + std::numbers::pi * pen * pen / 4, 1);
+
+    BitmapContext ellipse = canvas(120, 60);
+    ellipse.concatenate(AffineTransform::scale(2, 1));
+    ellipse.setLineWidth(4);
+    ellipse.strokeEllipse(CGRect(10, 10, 40, 40));
+    const PictureProbe ring = finished(ellipse);
+    const double a = 40, b = 20;
+    const double perimeter =
+        std::numbers::pi * (3 * (a + b) - std::sqrt((3 * a + b) * (a + 3 * b)));
+    EXPECT_NEAR(ring.coverage(), perimeter * pen, 2);
+    // 20 − 2.83 and 100 + 2.83 across, 10 − 2.83 and 50 + 2.83 down.
+    EXPECT_EQ(ring.extents(), (detail::PixelRect{17, 7, 103, 53}));
+    EXPECT_EQ(ring.alpha(23, 30), 0) << "inside, by as much";
+}
+
 TEST(BitmapContext, DrawsImagesUprightAndNearest) {
     const CGImage image = pictureOf({0xFF000001, 0xFF000002, 0xFF000003, 0xFF000004}, 2);
     using Corners = std::array<int, 4>;  // upper left, upper right, lower left, lower right
@@ -229,6 +255,12 @@ TEST(BitmapContext, ShadowsFallUnderTheShapeAndFollowItsAlpha) {
     EXPECT_EQ(probe.pixel(22, 7), pixelOf(0, 0, 128, 128)) << "20 to the right and 5 down";
     EXPECT_EQ(probe.pixel(31, 16), pixelOf(0, 0, 128, 128));
     EXPECT_NEAR(probe.coverage(), 100 + 50 + 1, 0.5) << "no shadow once it is removed";
+
+    BitmapContext faint = canvas(20, 10);
+    faint.setFillColor({1, 0, 0, 0.5});
+    faint.setShadow({10, 0}, 0, {0, 0, 1, 0.5});
+    faint.fill(CGRect(0, 0, 10, 10));
+    EXPECT_EQ(finished(faint).pixel(15, 5), pixelOf(0, 0, 64, 64)) << "half of a half";
 
     BitmapContext blurred = canvas(100, 100);
     blurred.setShadow({200, 0}, 12, {0, 0, 0, 1});

@@ -45,7 +45,9 @@ TEST(CGImage, CropsAreViewsOfWholePixels) {
     EXPECT_EQ(crop->row(0).data(), image.row(3).data() + 2);
     EXPECT_TRUE(crop->isOpaque());
     EXPECT_TRUE(crop->cropping(CGRect(0, 0, 4, 3))->isSameImage(*crop));
-    EXPECT_FALSE(crop->isSameImage(image));
+    for (const CGRect& other : {CGRect(0, 0, 3, 3), CGRect(0, 0, 4, 2), CGRect(1, 0, 3, 3)})
+        EXPECT_FALSE(crop->isSameImage(*crop->cropping(other)));
+    EXPECT_FALSE(crop->cropping(CGRect(0, 0, 2, 2))->isSameImage(*crop->cropping({1, 1, 2, 2})));
 
     EXPECT_EQ(image.cropping(CGRect(-5, -5, 1e300, 1e300))->width(), 10);
     for (const CGRect& outside : {CGRect(10, 0, 5, 5), CGRect(0, 8, 1, 1), CGRect(0, 0, 0, 5),

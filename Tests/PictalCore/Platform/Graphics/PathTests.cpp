@@ -45,6 +45,20 @@ TEST(Path, LeavesOutNullRectanglesAndRadii) {
     }
 }
 
+TEST(Path, StartsWhereItsFirstSegmentLeads) {
+    const auto check = [](const char* name, auto add) {
+        Path path;
+        add(path);
+        EXPECT_EQ(path.verbs().front(), Path::Verb::move) << name;
+        EXPECT_EQ(path.points().front(), (CGPoint{3, 4})) << name;
+        EXPECT_EQ(path.points()[1], (CGPoint{3, 4})) << name;
+    };
+    check("line", [](Path& path) { path.lineTo({3, 4}); });
+    check("quadratic", [](Path& path) { path.quadCurveTo({3, 4}, {9, 9}); });
+    check("cubic", [](Path& path) { path.curveTo({3, 4}, {5, 6}, {9, 9}); });
+    check("quarter", [](Path& path) { path.quarterTo({3, 4}, {9, 9}); });
+}
+
 TEST(Path, ContinuesAtTheStartOfAClosedContour) {
     Path path;
     path.addRect({1, 2, 3, 4});

@@ -1,3 +1,4 @@
+#include "PictalCore/Platform/Graphics/Pixels/ImageOfPixels.h"
 #include "PictalCore/Platform/ImageIO/detail/LibPNG.h"
 #include "PictalCore/Platform/ImageIO/detail/PNGFastRead.h"
 #include "Tests/Support/PNGBuilder.h"
@@ -19,7 +20,8 @@ std::optional<CGImage> readBy(bool fast, const File& bytes) {
     const bool done =
         fast ? readFast(*file, *pixels)
              : readWithLibPNG(bytes, header, PNGRowReader(*file, PNGColor()), *pixels).has_value();
-    return done ? std::optional(CGImage(*std::move(pixels), CGColorSpace::sRGB())) : std::nullopt;
+    return done ? std::optional(detail::imageOf(*std::move(pixels), CGColorSpace::sRGB()))
+                : std::nullopt;
 }
 
 TEST(PNGFastRead, GivesThePixelsOfLibPNG) {

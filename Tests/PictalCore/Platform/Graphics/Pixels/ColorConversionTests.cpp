@@ -19,7 +19,7 @@ CGColorSpace wideSpace() {
     return CGColorSpace::fromICCProfile(profile.value()).value();
 }
 
-/// By the matrix from linear P3 to linear sRGB, both D65.
+/// By the matrix from linear P3 to linear sRGB, both D65; the curve goes on below 0 and above 1.
 std::array<double, 3> toSRGB(const std::array<double, 3>& wide) {
     constexpr double matrix[3][3] = {{1.2249402, -0.2249402, 0},
                                      {-0.0420570, 1.0420570, 0},
@@ -28,13 +28,11 @@ std::array<double, 3> toSRGB(const std::array<double, 3>& wide) {
     for (std::size_t row = 0; row < 3; ++row) {
         double light = 0;
         for (std::size_t i = 0; i < 3; ++i) {
-            const double c = wide[i] / 255;
+            const double c = wide[i];
             light +=
                 matrix[row][i] * (c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4));
         }
-        light = std::clamp(light, 0.0, 1.0);
-        result[row] =
-            255 * (light <= 0.0031308 ? light * 12.92 : 1.055 * std::pow(light, 1 / 2.4) - 0.055);
+        result[row] = light <= 0.0031308 ? light * 12.92 : 1.055 * std::pow(light, 1 / 2.4) - 0.055;
     }
     return result;
 }
@@ -48,13 +46,43 @@ TEST(ColorConversion, CarriesAWideSpaceToSRGB) {
           pixelOf(30, 60, 20, 255)}) {
         std::uint32_t have = 0;
         conversion->convert({&pixel, 1}, {&have, 1});
-        const auto want =
-            toSRGB({double(redOf(pixel)), double(greenOf(pixel)), double(blueOf(pixel))});
-        EXPECT_NEAR(redOf(have), want[0], 1.5) << pixelText(pixel);
-        EXPECT_NEAR(greenOf(have), want[1], 1.5) << pixelText(pixel);
-        EXPECT_NEAR(blueOf(have), want[2], 1.5) << pixelText(pixel);
+        const std::array color{redOf(pixel) / 255.0, greenOf(pixel) / 255.0, blueOf(pixel) / 255.0};
+        const auto want = toSRGB(color);
+        const auto one = detail::ColorConversion::colorInSRGB(color, wideSpace()).value();
+        for (std::size_t i = 0; i < 3; ++i) {
+            EXPECT_NEAR(have >> 8 * i & 255, 255 * std::clamp(want[i], 0.0, 1.0), 1.5)
+                << pixelText(pixel) << i;
+            // Profiles have their primaries in 1/65536, and the curve is as steep as 12.92.
+            EXPECT_NEAR(one[i], want[i], 3 * 12.92 / 131072) << pixelText(pixel) << i;
+        }
         EXPECT_EQ(alphaOf(have), 255U);
     }
+}
+
+TEST(ColorConversion, IsRelativeToTheWhiteOfTheSpace) {
+    // By a warm white, tungsten light, white is still white, and grey is grey.
+    const auto warm = CGColorSpace::fromICCProfile(
+        detail::makeRGBProfile({.white = {0.4476, 0.4074}}, std::nullopt).value());
+    const auto one = detail::ColorConversion::colorInSRGB({1, 1, 1}, warm.value()).value();
+    std::array pixels{pixelOf(255, 255, 255, 255), pixelOf(100, 100, 100, 255)};
+    const auto before = pixels;
+    detail::ColorConversion::make(*warm, CGColorSpace::sRGB())->convert(pixels, pixels);
+    for (std::size_t i = 0; i < 2; ++i)
+        EXPECT_LE(levelsBetween(pixels[i], before[i]), 1) << pixelText(pixels[i]);
+    for (const double component : one)
+        EXPECT_NEAR(component, 1, 1e-3);
+}
+
+TEST(ColorConversion, GoesToASpaceAndBack) {
+    const CGColorSpace sRGB = CGColorSpace::sRGB();
+    const std::uint32_t pixel = pixelOf(40, 180, 90, 255);
+    std::uint32_t there = 0, back = 0;
+    detail::ColorConversion::make(sRGB, wideSpace())->convert({&pixel, 1}, {&there, 1});
+    detail::ColorConversion::make(wideSpace(), sRGB)->convert({&there, 1}, {&back, 1});
+    EXPECT_GT(levelsBetween(there, pixel), 10);
+    EXPECT_LE(levelsBetween(back, pixel), 2) << pixelText(back);
+    const detail::ColorComponents color{-0.25, 0.5, 2};
+    EXPECT_EQ(detail::ColorConversion::colorInSRGB(color, CGColorSpace::deviceRGB()), color);
 }
 
 TEST(ColorConversion, LeavesTheSameNumbersAlone) {
@@ -79,11 +107,11 @@ TEST(ColorConversion, DrawingConvertsOnceAndKeepsAlpha) {
     auto context = BitmapContext::make(2500, 2, CGColorSpace::sRGB()).value();
     context.draw(image, CGRect(0, 0, 2500, 2));
     const PictureProbe probe(std::move(context).makeImage());
-    const auto want = toSRGB({100, 150, 200});
-    EXPECT_NEAR(probe.red(0, 0), want[0], 1.5);
+    const double red = 255 * toSRGB({100 / 255.0, 150 / 255.0, 200 / 255.0})[0];
+    EXPECT_NEAR(probe.red(0, 0), red, 1.5);
     EXPECT_EQ(probe.pixel(1249, 1), probe.pixel(0, 0));
     EXPECT_EQ(probe.alpha(2499, 1), 128);
-    EXPECT_NEAR(probe.red(2499, 1), want[0] * 128 / 255, 1.5);
+    EXPECT_NEAR(probe.red(2499, 1), red * 128 / 255, 1.5);
 }
 
 }  // namespace
