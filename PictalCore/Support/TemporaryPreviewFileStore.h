@@ -16,7 +16,9 @@ namespace pictal {
 /// timer: every write first deletes what has expired, and nothing else ever does.
 ///
 /// The folder belongs to the store alone: whatever lies in it expires, sub-folders whole, links as
-/// links. A file or a link in the folder's place is refused with `std::errc::not_a_directory`.
+/// links; only what another writer has not finished yet is spared. A file or a link in the folder's
+/// place is refused with `std::errc::not_a_directory`, another user's folder with
+/// `std::errc::operation_not_permitted`.
 struct PICTAL_API TemporaryPreviewFileStore {
     std::filesystem::path rootDirectory;
     /// What was last modified longer ago than this has expired; exactly as long ago has not.
@@ -28,11 +30,18 @@ struct PICTAL_API TemporaryPreviewFileStore {
     /// Makes the folder if it is missing, deletes what has expired, and writes the bytes, which are
     /// not looked at, to a new file. On failure no file is left behind.
     ///
-    /// @param fileStem  any text; what a file name cannot have is replaced
+    /// @param fileStem  any text; what a file name cannot have is replaced, and what is too long
+    /// for
+    ///     one is cut
     /// @return where the file is: ".Vistrell-STEM-SECONDS-UUID.png" in `directory()`
     [[nodiscard]] std::expected<std::filesystem::path, FileError> write(
         std::span<const std::byte> data, std::string_view fileStem,
         std::chrono::system_clock::time_point now) const;
+
+    /// The same with the writing left to the caller, who may have to remove the temporary file when
+    /// a signal ends the process.
+    [[nodiscard]] std::expected<AtomicFile, FileError> makeFile(
+        std::string_view fileStem, std::chrono::system_clock::time_point now) const;
 
     /// An entry that cannot be deleted stays; one whose date cannot be read is an error.
     [[nodiscard]] std::expected<void, FileError> pruneExpired(

@@ -13,6 +13,7 @@
 
 #include <fcntl.h>
 #include <grp.h>
+#include <gtest/gtest.h>
 #include <sys/mman.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -39,6 +40,11 @@ inline int statusInChild(const std::function<bool()>& check) {
     int status = -1;
     ::waitpid(child, &status, 0);
     return status;
+}
+
+/// The same for checks that make themselves known.
+inline void expectNoFailureInChild(const std::function<void()>& checks) {
+    EXPECT_EQ(statusInChild([&] { return checks(), !testing::Test::HasFailure(); }), 0);
 }
 
 /// Root may read and write everything; a test of permissions gives that up first, in a child. Does

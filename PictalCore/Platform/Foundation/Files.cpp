@@ -1,10 +1,7 @@
 #include "PictalCore/Platform/Foundation/Files.h"
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
-#include <random>
-#include <utility>
 
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -28,20 +25,7 @@ struct Descriptor {
     }
 };
 
-fs::path temporaryBeside(const fs::path& target) {
-    static constexpr char digits[] = "0123456789abcdefghijklmnopqrstuvwxyz";
-    std::random_device random;
-    std::string name = ".pictal-";
-    for (int i = 0; i < 12; ++i)
-        name += digits[random() % 36];
-    return target.parent_path() / (name + ".tmp");
-}
-
 }  // namespace
-
-std::string FileError::description() const {
-    return path.string() + ": " + code.message();
-}
 
 std::expected<std::vector<std::byte>, FileError> readFile(const fs::path& path,
                                                           std::uint64_t maximumSize) {
@@ -78,6 +62,17 @@ std::expected<std::vector<std::byte>, FileError> readDescriptor(int descriptor,
     return bytes;
 }
 
+std::expected<void, FileError> writeDescriptor(int descriptor, const fs::path& name,
+                                               std::span<const std::byte> bytes) {
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
+        if (count < 0 && errno == EINTR) continue;
+        if (count < 0) return std::unexpected(FileError{lastError(), name});
+        bytes = bytes.subspan(static_cast<std::size_t>(count));
+    }
+    return {};
+}
+
 std::expected<void, FileError> writeFileAtomically(const fs::path& path,
                                                    std::span<const std::byte> bytes) {
     auto file = AtomicFile::make(path);
@@ -86,70 +81,16 @@ std::expected<void, FileError> writeFileAtomically(const fs::path& path,
     return file->commit();
 }
 
-AtomicFile::AtomicFile(int descriptor, fs::path target, fs::path temporary)
-    : descriptor_(descriptor), target_(std::move(target)), temporary_(std::move(temporary)) {}
-
-AtomicFile::AtomicFile(AtomicFile&& other) noexcept
-    : descriptor_(std::exchange(other.descriptor_, -1)),
-      target_(std::move(other.target_)),
-      temporary_(std::exchange(other.temporary_, {})) {}
-
-AtomicFile& AtomicFile::operator=(AtomicFile&& other) noexcept {
-    if (this != &other) {
-        discard();
-        descriptor_ = std::exchange(other.descriptor_, -1);
-        target_ = std::move(other.target_);
-        temporary_ = std::exchange(other.temporary_, {});
+fs::path followingLinks(const fs::path& path) {
+    constexpr int limit = 40;  // the system's own
+    fs::path end = path;
+    std::error_code error;
+    for (int links = 0; fs::is_symlink(fs::symlink_status(end, error)); ++links) {
+        const fs::path target = fs::read_symlink(end, error);
+        if (error || links == limit) return path;
+        end = end.parent_path() / target;
     }
-    return *this;
-}
-
-AtomicFile::~AtomicFile() {
-    discard();
-}
-
-void AtomicFile::discard() noexcept {
-    if (descriptor_ >= 0) ::close(std::exchange(descriptor_, -1));
-    if (!temporary_.empty()) ::unlink(temporary_.c_str());
-}
-
-FileError AtomicFile::failure() const {
-    return {lastError(), target_};
-}
-
-std::expected<AtomicFile, FileError> AtomicFile::make(fs::path target) {
-    struct stat status{};
-    const bool replaces = ::stat(target.c_str(), &status) == 0;
-    if (!replaces && errno != ENOENT) return std::unexpected(FileError{lastError(), target});
-    if (replaces && S_ISDIR(status.st_mode))
-        return std::unexpected(FileError{make_error_code(std::errc::is_a_directory), target});
-    for (;;) {
-        fs::path temporary = temporaryBeside(target);
-        const int descriptor =
-            ::open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (descriptor >= 0) {
-            if (replaces) (void)::fchmod(descriptor, status.st_mode & 07777);
-            return AtomicFile{descriptor, std::move(target), std::move(temporary)};
-        }
-        if (errno != EEXIST) return std::unexpected(FileError{lastError(), target});
-    }
-}
-
-std::expected<void, FileError> AtomicFile::write(std::span<const std::byte> bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(descriptor_, bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return std::unexpected(failure());
-        bytes = bytes.subspan(static_cast<std::size_t>(count));
-    }
-    return {};
-}
-
-std::expected<void, FileError> AtomicFile::commit() {
-    if (::close(std::exchange(descriptor_, -1)) != 0) return std::unexpected(failure());
-    if (::rename(temporary_.c_str(), target_.c_str()) != 0) return std::unexpected(failure());
-    temporary_.clear();
-    return {};
+    return end;
 }
 
 }  // namespace pictal

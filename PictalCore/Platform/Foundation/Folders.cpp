@@ -7,6 +7,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace pictal {
 
@@ -14,39 +15,40 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// @return 0 or the reason; something that is there already is no error
-int makeFolders(const fs::path& folder) {
-    if (::mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST) return 0;
-    if (errno != ENOENT) return errno;
-    const fs::path parent = folder.parent_path();
-    if (parent.empty() || parent == folder) return ENOENT;
-    if (const int error = makeFolders(parent)) return error;
-    return ::mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST ? 0 : errno;
+std::unexpected<FileError> failure(int code, const fs::path& item) {
+    return std::unexpected(FileError{{code, std::generic_category()}, item});
 }
 
-std::expected<void, FileError> requireFolder(const fs::path& folder) {
-    std::error_code error;
-    const fs::file_type type = fs::symlink_status(folder, error).type();
-    if (type == fs::file_type::directory) return {};
-    if (type == fs::file_type::not_found)
-        error = make_error_code(std::errc::no_such_file_or_directory);
-    else if (!error)
-        error = make_error_code(std::errc::not_a_directory);
-    return std::unexpected(FileError{error, folder});
+std::expected<void, FileError> requireOwnFolder(const fs::path& folder) {
+    struct stat status{};
+    if (::lstat(folder.c_str(), &status) != 0)  // below a file there is nothing either
+        return failure(errno == ENOTDIR ? ENOENT : errno, folder);
+    if (!S_ISDIR(status.st_mode)) return failure(ENOTDIR, folder);
+    if (status.st_uid != ::geteuid()) return failure(EPERM, folder);
+    return {};
 }
 
 }  // namespace
 
+std::expected<void, FileError> createFolders(const fs::path& folder) {
+    const auto made = [&] { return ::mkdir(folder.c_str(), 0700) == 0 || errno == EEXIST; };
+    if (made()) return {};
+    const fs::path parent = folder.parent_path();
+    if (errno != ENOENT || parent.empty() || parent == folder) return failure(errno, folder);
+    if (auto above = createFolders(parent); !above) return above;
+    if (made()) return {};
+    return failure(errno, folder);
+}
+
 std::expected<void, FileError> createPrivateFolder(const fs::path& folder) {
-    if (const int error = makeFolders(folder))
-        return std::unexpected(FileError{{error, std::generic_category()}, folder});
-    if (auto isFolder = requireFolder(folder); !isFolder) return isFolder;
+    if (auto made = createFolders(folder); !made) return made;
+    if (auto isOwn = requireOwnFolder(folder); !isOwn) return isOwn;
     (void)::fchmodat(AT_FDCWD, folder.c_str(), 0700, AT_SYMLINK_NOFOLLOW);
     return {};
 }
 
-std::expected<std::vector<fs::path>, FileError> contentsOfFolder(const fs::path& folder) {
-    if (auto isFolder = requireFolder(folder); !isFolder) return std::unexpected(isFolder.error());
+std::expected<std::vector<fs::path>, FileError> contentsOfPrivateFolder(const fs::path& folder) {
+    if (auto isOwn = requireOwnFolder(folder); !isOwn) return std::unexpected(isOwn.error());
     std::vector<fs::path> entries;
     std::error_code error;
     for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
@@ -62,7 +64,7 @@ std::expected<std::optional<std::chrono::system_clock::time_point>, FileError> m
     struct stat status{};
     if (::lstat(item.c_str(), &status) != 0) {
         if (errno == ENOENT) return std::nullopt;
-        return std::unexpected(FileError{{errno, std::generic_category()}, item});
+        return failure(errno, item);
     }
     constexpr std::int64_t limit = std::numeric_limits<std::int64_t>::max() / 1'000'000'000 - 1;
     const std::chrono::seconds seconds(

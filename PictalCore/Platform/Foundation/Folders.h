@@ -1,7 +1,7 @@
 #pragma once
 
 #include "PictalCore/Export.h"
-#include "PictalCore/Platform/Foundation/Files.h"
+#include "PictalCore/Platform/Foundation/FileError.h"
 
 #include <chrono>
 #include <expected>
@@ -13,19 +13,26 @@
 /// link, never as what it points to.
 namespace pictal {
 
-/// Makes the folder, and the folders above it that are missing, with mode 0700. One that is there
-/// already is set to 0700 as well, where that is allowed.
+/// Makes the folder, and the folders above it that are missing, with mode 0700. What is there
+/// already stays as it is.
+[[nodiscard]] PICTAL_API std::expected<void, FileError> createFolders(
+    const std::filesystem::path& folder);
+
+/// The same, and the folder itself is nobody else's: one that is there already is set to 0700 as
+/// well.
 ///
-/// @return `std::errc::not_a_directory` if there is a file or a link in its place
+/// @return `std::errc::not_a_directory` if there is a file or a link in its place,
+///     `std::errc::operation_not_permitted` if it is another user's
 [[nodiscard]] PICTAL_API std::expected<void, FileError> createPrivateFolder(
     const std::filesystem::path& folder);
 
 /// The entries, hidden ones too, in the file system's order.
 ///
 /// @return `std::errc::no_such_file_or_directory` if there is nothing at the path,
-///     `std::errc::not_a_directory` if there is a file or a link
+///     `std::errc::not_a_directory` if there is a file or a link,
+///     `std::errc::operation_not_permitted` if it is another user's
 [[nodiscard]] PICTAL_API std::expected<std::vector<std::filesystem::path>, FileError>
-contentsOfFolder(const std::filesystem::path& folder);
+contentsOfPrivateFolder(const std::filesystem::path& folder);
 
 /// When the content last changed; nothing if there is no such item. Dates that a time point cannot
 /// hold (before 1678, after 2261) become the nearest one.

@@ -1,13 +1,13 @@
 #include "PictalCore/Platform/Foundation/SQLiteUserDefaults.h"
 
-#include "PictalCore/Platform/Foundation/detail/SQLiteDatabase.h"
+#include "PictalCore/Platform/Foundation/Files.h"
+#include "PictalCore/Platform/Foundation/detail/UserDefaultsFile.h"
 
 #include <cerrno>
 #include <mutex>
 #include <system_error>
 #include <utility>
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -18,125 +18,84 @@ namespace fs = std::filesystem;
 using detail::SQLiteDatabase;
 using Result = std::expected<void, UserDefaultsError>;
 
-namespace {
-
-constexpr std::int64_t applicationID = 1348695148;  // "Pctl"; tells our files from others
-constexpr const char* createSchema =
-    "PRAGMA application_id = 1348695148;"
-    "CREATE TABLE user_defaults (key TEXT PRIMARY KEY NOT NULL, value NOT NULL) WITHOUT ROWID";
-
-/// Makes the folder and those above it that are missing, for the owner only.
-Result makeFolder(const fs::path& folder) {
-    std::error_code ignored;
-    if (fs::exists(folder, ignored)) return {};
-    if (auto parent = makeFolder(folder.parent_path()); !parent) return parent;
-    if (::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST)
-        return std::unexpected(detail::systemFailure(folder, errno));
-    return {};
-}
-
-/// Left to itself, SQLite would make a file that others may read.
-Result makeFile(const fs::path& path) {
-    if (auto folder = makeFolder(path.parent_path()); !folder) return folder;
-    const int file = ::open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-    if (file >= 0) ::close(file);
-    if (file < 0 && errno != EEXIST) return std::unexpected(detail::systemFailure(path, errno));
-    return {};
-}
-
-/// @return whether the table is there; a new file has none yet, another program's file is an error
-std::expected<bool, UserDefaultsError> hasSchema(const SQLiteDatabase& database) {
-    // One statement, so that both answers are of one moment.
-    auto query = database.prepare(
-        "SELECT (SELECT application_id FROM pragma_application_id),"
-        " (SELECT count(*) FROM sqlite_schema)");
-    if (!query) return std::unexpected(std::move(query.error()));
-    if (const auto row = query->step(); !row) return row;
-    const bool isOurs = query->integer(0) == applicationID;
-    const bool isEmpty = query->integer(1) == 0;
-    if (!isOurs && !isEmpty) return std::unexpected(detail::notUserDefaults(database.path()));
-    return isOurs;
-}
-
-std::expected<SQLiteDatabase, UserDefaultsError> openSound(const fs::path& path,
-                                                           std::chrono::milliseconds busyTimeout) {
-    auto database = SQLiteDatabase::open(path, busyTimeout);
-    if (!database) return database;
-    if (auto set = database->execute("PRAGMA synchronous = EXTRA; PRAGMA trusted_schema = OFF");
-        !set)
-        return std::unexpected(std::move(set.error()));
-    if (auto schema = hasSchema(*database); !schema)
-        return std::unexpected(std::move(schema.error()));
-    auto check = database->prepare("PRAGMA quick_check(1)");
-    if (!check) return std::unexpected(std::move(check.error()));
-    if (const auto row = check->step(); !row) return std::unexpected(row.error());
-    if (check->text(0) != "ok") return std::unexpected(detail::notUserDefaults(path));
-    return database;
-}
-
-/// Takes back what an unfinished transaction wrote.
-struct Rollback {
-    const SQLiteDatabase& database;
-    ~Rollback() {
-        if (!database.isInTransaction()) return;
-        [[maybe_unused]] const auto result =
-            database.execute("ROLLBACK");  // nobody is left to tell
-    }
-};
-
-Result inTransaction(const SQLiteDatabase& database, const std::function<bool()>& work) {
-    if (auto begun = database.execute("BEGIN IMMEDIATE"); !begun) return begun;
-    const Rollback rollback{database};
-    if (!work()) return {};
-    return database.execute("COMMIT");
-}
-
-Result insert(const SQLiteDatabase& database, std::string_view key,
-              const UserDefaults::Object& value) {
-    const auto schema = hasSchema(database);
-    if (!schema) return std::unexpected(schema.error());
-    if (!*schema)
-        if (auto created = database.execute(createSchema); !created) return created;
-    auto statement =
-        database.prepare("INSERT OR REPLACE INTO user_defaults (key, value) VALUES (?, ?)");
-    if (!statement) return std::unexpected(std::move(statement.error()));
-    statement->bind(1, key);
-    statement->bind(2, value);
-    if (const auto done = statement->step(); !done) return std::unexpected(done.error());
-    return {};
-}
-
-}  // namespace
-
 /// What is open of the file: nothing until it is there.
 struct SQLiteUserDefaults::Connection {
-    fs::path path;
-    std::chrono::milliseconds busyTimeout;
-    std::optional<SQLiteDatabase> database;
+    const fs::path path;
+    const std::chrono::milliseconds busyTimeout;
     /// Held throughout a transaction, which is the thread's own, though the connection is shared.
     std::recursive_mutex mutex;
+    std::optional<SQLiteDatabase> database;
+    /// Which file that is; another one may come to its place.
+    dev_t device = 0;
+    ino_t inode = 0;
+    bool isInTransaction = false;
+
+    Connection(fs::path file, std::chrono::milliseconds timeout)
+        : path(std::move(file)), busyTimeout(timeout) {}
 
     /// @return null if there is no file
     std::expected<const SQLiteDatabase*, UserDefaultsError> open() {
-        if (database) return &*database;
-        std::error_code error;
-        const fs::file_status status = fs::status(path, error);
-        if (status.type() == fs::file_type::not_found) return nullptr;
-        if (status.type() == fs::file_type::none)
-            return std::unexpected(detail::systemFailure(path, error.value()));
-        if (!fs::is_regular_file(status)) return std::unexpected(detail::notUserDefaults(path));
+        if (isInTransaction) return &*database;
+        struct stat status{};
+        if (::stat(path.c_str(), &status) != 0) {
+            const int error = errno;
+            database.reset();
+            if (error == ENOENT || error == ENOTDIR) return nullptr;
+            return std::unexpected(detail::systemFailure(path, error));
+        }
+        if (database && status.st_dev == device && status.st_ino == inode) return &*database;
+        database.reset();
+        if (!S_ISREG(status.st_mode)) return std::unexpected(detail::notUserDefaults(path));
 
-        auto opened = openSound(path, busyTimeout);
+        auto opened = detail::openUserDefaultsFile(path, busyTimeout);
         if (!opened) return std::unexpected(std::move(opened.error()));
+        device = status.st_dev;
+        inode = status.st_ino;
         return &database.emplace(*std::move(opened));
     }
 
-    std::expected<const SQLiteDatabase*, UserDefaultsError> openOrMake() {
-        const auto opened = open();
-        if (!opened || *opened) return opened;
-        if (auto made = makeFile(path); !made) return std::unexpected(std::move(made.error()));
-        return open();
+    Result transaction(const std::function<bool()>& work) {
+        const fs::path file = followingLinks(path);
+        bool isNew = false;
+        auto opened = open();
+        // The file that was made may be gone again.
+        for (int attempts = 0; opened && !*opened && attempts < 3; ++attempts) {
+            const auto made = detail::makeUserDefaultsFile(file);
+            if (!made) return std::unexpected(made.error());
+            isNew = *made;
+            opened = open();
+        }
+        if (!opened) return std::unexpected(opened.error());
+        if (!*opened) return std::unexpected(detail::systemFailure(file, ENOENT));
+        if (auto begun = (*opened)->execute("BEGIN IMMEDIATE"); !begun) return begun;
+        const Ending ending{*this, isNew ? file : fs::path()};
+        isInTransaction = true;
+        if (!work()) return {};
+        if (!database->isInTransaction())
+            return std::unexpected(detail::abandonedTransaction(path));
+        return database->execute("COMMIT");
     }
+
+    /// Whatever ends a transaction, exceptions too: nothing stays half done, and no empty file.
+    struct Ending {
+        Connection& connection;
+        const fs::path newFile;
+
+        ~Ending() {
+            connection.isInTransaction = false;
+            const SQLiteDatabase& database = *connection.database;
+            if (database.isInTransaction()) database.attempt("ROLLBACK");
+            struct stat status{};
+            if (newFile.empty() || ::stat(newFile.c_str(), &status) != 0 || status.st_size > 0)
+                return;
+            // With everybody else locked out, who may have begun to use it.
+            if (!database.attempt("BEGIN EXCLUSIVE")) return;
+            if (::stat(newFile.c_str(), &status) == 0 && status.st_size == 0 &&
+                status.st_ino == connection.inode)
+                ::unlink(newFile.c_str());
+            database.attempt("ROLLBACK");
+        }
+    };
 };
 
 SQLiteUserDefaults::SQLiteUserDefaults(std::unique_ptr<Connection> connection)
@@ -162,26 +121,17 @@ std::expected<std::optional<UserDefaults::Object>, UserDefaultsError> SQLiteUser
     const auto database = connection_->open();
     if (!database) return std::unexpected(database.error());
     if (!*database) return std::nullopt;
-    const auto schema = hasSchema(**database);
-    if (!schema) return std::unexpected(schema.error());
-    if (!*schema) return std::nullopt;
-    auto query = (*database)->prepare("SELECT value FROM user_defaults WHERE key = ?");
-    if (!query) return std::unexpected(std::move(query.error()));
-    query->bind(1, key);
-    const auto row = query->step();
-    if (!row) return std::unexpected(row.error());
-    return *row ? query->object(0) : std::nullopt;
+    return detail::selectObject(**database, key);
 }
 
 std::expected<void, UserDefaultsError> SQLiteUserDefaults::setObject(std::string_view key,
                                                                      const Object& value) {
     const std::lock_guard lock(connection_->mutex);
-    const auto database = connection_->openOrMake();
-    if (!database) return std::unexpected(database.error());
-    if ((*database)->isInTransaction()) return insert(**database, key, value);
+    if (connection_->isInTransaction)
+        return detail::insertObject(*connection_->database, key, value);
     Result inserted;
-    const auto committed = inTransaction(**database, [&] {
-        inserted = insert(**database, key, value);
+    const auto committed = connection_->transaction([&] {
+        inserted = detail::insertObject(*connection_->database, key, value);
         return inserted.has_value();
     });
     return inserted ? committed : inserted;
@@ -190,9 +140,11 @@ std::expected<void, UserDefaultsError> SQLiteUserDefaults::setObject(std::string
 std::expected<void, UserDefaultsError> SQLiteUserDefaults::transaction(
     const std::function<bool()>& work) {
     const std::lock_guard lock(connection_->mutex);
-    const auto database = connection_->openOrMake();
-    if (!database) return std::unexpected(database.error());
-    return inTransaction(**database, work);
+    if (connection_->isInTransaction)
+        return std::unexpected(UserDefaultsError{
+            UserDefaultsError::Kind::nestedTransaction, connection_->path,
+            "a transaction is running already, and they do not nest; do all of it in one"});
+    return connection_->transaction(work);
 }
 
 }  // namespace pictal

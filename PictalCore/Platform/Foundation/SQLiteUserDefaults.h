@@ -11,8 +11,10 @@
 /// User defaults in one SQLite file, shared safely between threads and processes.
 ///
 /// A missing file is an empty store. The first write makes it, readable by its owner only, and with
-/// it the folders that are missing. What `setObject` reported as written survives the process, and
-/// a power failure as far as the disk keeps its promises. Not for use across `fork`.
+/// it the folders that are missing; a link is followed, also one that points to nothing yet. A file
+/// that was moved away or deleted is no longer the store, one that came to its place is. What
+/// `setObject` reported as written survives the process, and a power failure as far as the disk
+/// keeps its promises. Not for use across `fork`.
 namespace pictal {
 
 class PICTAL_API SQLiteUserDefaults final : public UserDefaults {
@@ -32,7 +34,8 @@ class PICTAL_API SQLiteUserDefaults final : public UserDefaults {
                                                                    const Object& value) override;
 
     /// Runs `work`, and nobody else writes between its reads and its writes. All that it wrote is
-    /// kept if it returns true, nothing if it returns false. Does not nest.
+    /// kept if it returns true, nothing if it returns false. Does not nest. Watch what the writes
+    /// within return: one that failed does not by itself end the transaction.
     [[nodiscard]] std::expected<void, UserDefaultsError> transaction(
         const std::function<bool()>& work);
 

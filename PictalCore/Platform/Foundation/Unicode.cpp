@@ -33,6 +33,30 @@ std::string utf8(const icu::UnicodeString& text) {
     return result;
 }
 
+/// The ends of characters as people count them, in a text that must stay where it is.
+class Characters {
+  public:
+    explicit Characters(std::string_view text) {
+        UErrorCode status = U_ZERO_ERROR;
+        units_.adoptInstead(
+            utext_openUTF8(nullptr, text.data(), static_cast<std::int64_t>(text.size()), &status));
+        iterator_.reset(
+            icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+        if (U_SUCCESS(status)) iterator_->setText(units_.getAlias(), status);
+        if (U_FAILURE(status)) throw std::bad_alloc();  // nothing else can fail here
+    }
+    icu::BreakIterator* operator->() const { return iterator_.get(); }
+
+  private:
+    icu::LocalUTextPointer units_;
+    std::unique_ptr<icu::BreakIterator> iterator_;
+};
+
+/// The iterator counts in 32 bits.
+std::string_view countable(std::string_view text) {
+    return text.substr(0, std::numeric_limits<std::int32_t>::max());
+}
+
 }  // namespace
 
 char32_t nextScalar(std::string_view text, std::size_t& position) {
@@ -98,17 +122,21 @@ std::string_view prefix(std::string_view text, std::int64_t count) {
     // A character has at least one byte, so a short text is within the count.
     if (text.size() <= static_cast<std::uint64_t>(count)) return text;
 
-    const std::string_view seen = text.substr(0, std::numeric_limits<std::int32_t>::max());
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::LocalUTextPointer units(
-        utext_openUTF8(nullptr, seen.data(), static_cast<std::int64_t>(seen.size()), &status));
-    const std::unique_ptr<icu::BreakIterator> characters(
-        icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
-    if (U_SUCCESS(status)) characters->setText(units.getAlias(), status);
-    if (U_FAILURE(status)) throw std::bad_alloc();  // nothing else can fail here
+    const Characters characters(countable(text));
     for (std::int64_t i = 0; i < count; ++i)
         if (characters->next() == icu::BreakIterator::DONE) return text;
     return text.substr(0, static_cast<std::size_t>(characters->current()));
+}
+
+std::string_view prefixOfBytes(std::string_view text, std::size_t size) {
+    if (text.size() <= size) return text;
+    const std::string_view seen = countable(text);
+    auto end = static_cast<std::int32_t>(std::min(size, seen.size()));
+    const auto* bytes = reinterpret_cast<const std::uint8_t*>(seen.data());
+    if (static_cast<std::size_t>(end) < seen.size()) U8_SET_CP_START(bytes, 0, end);
+    const Characters characters(seen);
+    const bool fits = characters->isBoundary(end) != 0;
+    return text.substr(0, static_cast<std::size_t>(fits ? end : characters->preceding(end)));
 }
 
 }  // namespace pictal::Unicode

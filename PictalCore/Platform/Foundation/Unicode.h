@@ -39,4 +39,7 @@ namespace pictal::Unicode {
 /// points into `text`.
 [[nodiscard]] PICTAL_API std::string_view prefix(std::string_view text, std::int64_t count);
 
+/// The longest beginning of whole characters that has at most `size` bytes.
+[[nodiscard]] PICTAL_API std::string_view prefixOfBytes(std::string_view text, std::size_t size);
+
 }  // namespace pictal::Unicode

@@ -27,6 +27,8 @@ struct PICTAL_API UserDefaultsError {
         notPermitted,
         /// The disk is full or failing; see the reason.
         inputOutput,
+        /// A transaction within a transaction, which the caller has to undo.
+        nestedTransaction,
     };
 
     Kind kind = Kind::inputOutput;

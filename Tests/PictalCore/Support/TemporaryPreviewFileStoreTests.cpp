@@ -53,12 +53,17 @@ TEST_F(TemporaryPreviewFileStoreTest, NamesNewFilesSafely) {
     check(std::string(81, 'x'), now, std::string(80, 'x').append("-1700000000"));
     check("x", Time(-1500ms), "x--1");
     check("x", Time(-500ms), "x-0");
-    // Seventy letters of four bytes are more than a name can have.
-    std::string letters;
-    for (int i = 0; i < 70; ++i)
+    // A name has 255 bytes, 62 of them around the stem: 48 letters of four leave one byte, which
+    // would take the e, but not its accent.
+    std::string letters, accents;
+    for (int i = 0; i < 48; ++i)
         letters += "𝒜";
-    EXPECT_EQ(store.write(data, letters, now).error().code, std::errc::filename_too_long);
-    EXPECT_EQ(previewCount(), 7);
+    for (int i = 0; i < 100; ++i)
+        accents += "\u0301";
+    check(letters + "e\u0301xyz", now, letters + "-1700000000");
+    check(letters + "xyz", now, letters + "x-1700000000");
+    check(accents, now, "preview-1700000000");
+    EXPECT_EQ(previewCount(), 10);
 }
 
 TEST_F(TemporaryPreviewFileStoreTest, PrunesWhatIsOlderAndNothingOutside) {
@@ -118,26 +123,49 @@ TEST_F(TemporaryPreviewFileStoreTest, MissingPermissionsAreErrors) {
     const auto withoutRoot = [](const auto& body) {
         return statusInChild([&] { return giveUpRoot() && body(); }) == 0;
     };
-    const auto isDenied = [](const auto& result, const fs::path& path) {
-        return !result &&
-               result.error() == FileError{make_error_code(std::errc::permission_denied), path};
+    const auto fails = [](const auto& result, std::errc code, const fs::path& path) {
+        return !result && result.error() == FileError{make_error_code(code), path};
     };
+    constexpr auto denied = std::errc::permission_denied;
+    const fs::path folder = store.directory();
     fs::permissions(root.path(), fs::perms(0755));
-    EXPECT_TRUE(withoutRoot([&] {
-        return isDenied(store.write(data, "x", now), store.directory());
-    })) << "the folder cannot be made";
+    EXPECT_TRUE(withoutRoot([&] { return fails(store.write(data, "x", now), denied, folder); }))
+        << "the folder cannot be made";
     const fs::path old = store.write(data, "x", now).value();
     setAge(old, 1h);
-    EXPECT_TRUE(withoutRoot([&] { return isDenied(store.pruneExpired(now), store.directory()); }))
-        << "the folder cannot be listed";
-    fs::permissions(store.directory(), fs::perms(0744));
-    EXPECT_TRUE(withoutRoot([&] { return isDenied(store.pruneExpired(now), old); }))
-        << "a date cannot be read";
-    fs::permissions(store.directory(), fs::perms(0755));
+    fs::permissions(folder, fs::perms(0777));
     EXPECT_TRUE(withoutRoot([&] {
-        const auto written = store.write(data, "x", now);
-        return !written && written.error().code == std::errc::permission_denied && fs::exists(old);
-    })) << "neither can a file be made, nor an old one deleted";
+        constexpr auto foreign = std::errc::operation_not_permitted;
+        return fails(store.write(data, "x", now), foreign, folder) &&
+               fails(store.pruneExpired(now), foreign, folder);
+    })) << "the folder is somebody else's";
+    ASSERT_EQ(::chown(folder.c_str(), 65534, 65534), 0);
+    EXPECT_FALSE(store.pruneExpired(now)) << "root is somebody else, too";
+    fs::permissions(folder, fs::perms(0));
+    EXPECT_TRUE(withoutRoot([&] { return fails(store.pruneExpired(now), denied, folder); }))
+        << "the folder cannot be listed";
+    fs::permissions(folder, fs::perms(0400));
+    EXPECT_TRUE(withoutRoot([&] { return fails(store.pruneExpired(now), denied, old); }))
+        << "a date cannot be read";
+    fs::permissions(folder, fs::perms(0500));
+    EXPECT_TRUE(withoutRoot([&] { return store.pruneExpired(now) && fs::exists(old); }))
+        << "an old one cannot be deleted";
+}
+
+TEST_F(TemporaryPreviewFileStoreTest, SparesWhatAnotherWriterHasNotFinished) {
+    auto first = store.makeFile("first", now);
+    ASSERT_TRUE(first && first->write(data));
+    const fs::path temporary = first->temporaryPath();
+    setAge(temporary, 1h);
+    std::ofstream(store.directory() / ".pictal-abandoned.tmp") << "x";
+    setAge(store.directory() / ".pictal-abandoned.tmp", 1h);
+    const auto second = store.write(data, "second", now);
+    ASSERT_TRUE(second);
+    EXPECT_TRUE(fs::exists(temporary));
+    EXPECT_EQ(previewCount(), 2) << "what a dead writer left has expired";
+    ASSERT_TRUE(first->commit());
+    setAge(first->target(), 1h);
+    ASSERT_TRUE(store.pruneExpired(now));
     EXPECT_EQ(previewCount(), 1);
 }
 

@@ -17,6 +17,11 @@ UserDefaultsError notUserDefaults(const fs::path& path) {
             "damaged, or no store of user defaults; move it away to start afresh"};
 }
 
+UserDefaultsError abandonedTransaction(const fs::path& path) {
+    return {Kind::inputOutput, path,
+            "an earlier failure undid the transaction; nothing of it was written"};
+}
+
 UserDefaultsError systemFailure(const fs::path& path, int code) {
     const bool permission = code == EACCES || code == EPERM || code == EROFS;
     return {permission ? Kind::notPermitted : Kind::inputOutput, path,
@@ -50,6 +55,10 @@ std::expected<void, UserDefaultsError> SQLiteDatabase::execute(const char* state
     return {};
 }
 
+bool SQLiteDatabase::attempt(const char* statements) const noexcept {
+    return sqlite3_exec(handle_.get(), statements, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
 std::expected<SQLiteStatement, UserDefaultsError> SQLiteDatabase::prepare(const char* sql) const {
     sqlite3_stmt* statement = nullptr;
     const int code = sqlite3_prepare_v2(handle_.get(), sql, -1, &statement, nullptr);
@@ -71,8 +80,13 @@ UserDefaultsError SQLiteDatabase::failure(int code) const {
             return {Kind::busy, path_, "in use by another process; try again"};
         case SQLITE_CORRUPT:
         case SQLITE_NOTADB:
+        case SQLITE_ERROR:  // our statements are sound, so the tables are not
+        case SQLITE_CONSTRAINT:
             return notUserDefaults(path_);
         case SQLITE_READONLY:
+            if (code == SQLITE_READONLY_DBMOVED)
+                return {Kind::busy, path_, "moved or deleted while it was in use; try again"};
+            [[fallthrough]];
         case SQLITE_PERM:
             return {Kind::notPermitted, path_, "may not be written; check its permissions"};
         case SQLITE_CANTOPEN:

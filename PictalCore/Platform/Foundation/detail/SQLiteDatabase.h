@@ -18,6 +18,8 @@ namespace pictal::detail {
 
 /// The file is damaged or of another kind.
 [[nodiscard]] UserDefaultsError notUserDefaults(const std::filesystem::path& path);
+/// A failure within the transaction has already undone it.
+[[nodiscard]] UserDefaultsError abandonedTransaction(const std::filesystem::path& path);
 /// What the system answered, as `errno` has it.
 [[nodiscard]] UserDefaultsError systemFailure(const std::filesystem::path& path, int code);
 
@@ -31,6 +33,8 @@ class SQLiteDatabase {
 
     /// Runs statements that answer nothing.
     [[nodiscard]] std::expected<void, UserDefaultsError> execute(const char* statements) const;
+    /// The same where nobody is left to tell why it failed.
+    bool attempt(const char* statements) const noexcept;
     [[nodiscard]] std::expected<SQLiteStatement, UserDefaultsError> prepare(const char* sql) const;
     [[nodiscard]] bool isInTransaction() const;
 

@@ -27,15 +27,15 @@ TEST(Folders, ArePrivateAndNeitherFilesNorLinks) {
     for (const char* name : {"file", "link", "dangling"}) {
         const FileError refused{make_error_code(std::errc::not_a_directory), folder / name};
         EXPECT_EQ(createPrivateFolder(folder / name).error(), refused) << name;
-        EXPECT_EQ(contentsOfFolder(folder / name).error(), refused) << name;
+        EXPECT_EQ(contentsOfPrivateFolder(folder / name).error(), refused) << name;
     }
     EXPECT_EQ(mode(folder / "a"), 0755U);
     EXPECT_EQ(createPrivateFolder(folder / "file" / "x").error().code, std::errc::not_a_directory);
     for (const fs::path& path : {folder / "absent", folder / "file" / "x"})
-        EXPECT_EQ(contentsOfFolder(path).error().code, std::errc::no_such_file_or_directory)
+        EXPECT_EQ(contentsOfPrivateFolder(path).error().code, std::errc::no_such_file_or_directory)
             << path;
     ASSERT_TRUE(createPrivateFolder(folder / "link" / ".hidden")) << "a link above is followed";
-    const auto entries = contentsOfFolder(folder / "a").value();
+    const auto entries = contentsOfPrivateFolder(folder / "a").value();
     EXPECT_EQ(std::set(entries.begin(), entries.end()),
               (std::set{folder / "a" / "b", folder / "a" / ".hidden"}));
 }

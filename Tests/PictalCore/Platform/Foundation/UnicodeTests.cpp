@@ -52,6 +52,9 @@ TEST(Unicode, CutsBetweenCharactersAsPeopleCountThem) {
         EXPECT_EQ(Unicode::prefix(text, 3), text.substr(0, text.size() - 1));
         EXPECT_EQ(Unicode::prefix(text, 4), text);
         EXPECT_EQ(Unicode::prefix(text, 0), "");
+        const std::size_t size = first.size() + 1;
+        EXPECT_EQ(Unicode::prefixOfBytes(text, size), text.substr(0, size));
+        EXPECT_EQ(Unicode::prefixOfBytes(text, 2 * size - 2), text.substr(0, size)) << text;
     }
     EXPECT_EQ(Unicode::prefix("🇩🇪🇫🇷🇮", 2), "🇩🇪🇫🇷");
     EXPECT_EQ(Unicode::prefix("abc", -1), "");

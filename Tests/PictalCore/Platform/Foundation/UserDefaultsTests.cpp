@@ -28,11 +28,6 @@ std::shared_ptr<SQLiteUserDefaults> opened(const fs::path& path,
     return *defaults;
 }
 
-/// Runs the checks in a child, which may give up root or set limits.
-void expectNoFailureInChild(const std::function<void()>& checks) {
-    EXPECT_EQ(statusInChild([&] { return checks(), !testing::Test::HasFailure(); }), 0);
-}
-
 void expectTypesAreKept(UserDefaults& defaults) {
     EXPECT_EQ(defaults.object("key"), std::nullopt);
     ASSERT_TRUE(defaults.setObject("key", bytesOf("a\0b"sv)));
@@ -107,6 +102,97 @@ TEST(SQLiteUserDefaults, RefusesWhatIsNoSoundStoreAndLeavesItAlone) {
               inputOutput);
 }
 
+TEST(SQLiteUserDefaults, RefusesDamagedHeadersAndForeignTables) {
+    const TemporaryFolder folder;
+    ASSERT_TRUE(opened(folder / "sound")->setObject("key", "text"));
+    const auto damaged = [&](const std::string& name, std::ptrdiff_t at, char now) {
+        fs::copy(folder / "sound", folder / name);
+        std::fstream(folder / name).seekp(at).write(&now, 1);
+    };
+    const auto changed = [&](const char* name, const char* statement) {
+        fs::copy(folder / "sound", folder / name);
+        ASSERT_TRUE(detail::SQLiteDatabase::open(folder / name, 1s)->execute(statement)) << name;
+    };
+    damaged("page size", 16, '\x03');
+    damaged("schema format", 47, '\x09');
+    damaged("root page", 100, '\x77');
+    changed("no table", "DROP TABLE user_defaults");
+    changed("renamed", "ALTER TABLE user_defaults RENAME TO other");
+    changed("columns", "ALTER TABLE user_defaults RENAME COLUMN value TO data");
+    for (const auto& entry : fs::directory_iterator(folder.path())) {
+        if (entry.path() == folder / "sound") continue;
+        const auto defaults = SQLiteUserDefaults::open(entry.path());
+        ASSERT_FALSE(defaults) << entry.path();
+        EXPECT_EQ(defaults.error().kind, corrupt) << defaults.error().description();
+    }
+    changed("view",
+            "ALTER TABLE user_defaults RENAME TO t;"
+            "CREATE VIEW user_defaults AS SELECT key, value FROM t");
+    EXPECT_EQ(opened(folder / "view")->setObject("key", "x").error().kind, corrupt);
+}
+
+TEST(SQLiteUserDefaults, FollowsLinksAlsoToWhatIsNotThereYet) {
+    const TemporaryFolder folder;
+    fs::create_symlink("second", folder / "first");
+    fs::create_symlink("new/store", folder / "second");
+    const auto defaults = opened(folder / "first");
+    EXPECT_EQ(defaults->object("key"), std::nullopt);
+    ASSERT_TRUE(defaults->setObject("key", "text"));
+    EXPECT_EQ(opened(folder / "new" / "store")->object("key"), Object("text"));
+    EXPECT_EQ(mode(folder / "new" / "store"), 0600U);
+    EXPECT_TRUE(fs::is_symlink(folder / "first"));
+
+    fs::create_symlink("circle", folder / "circle");
+    EXPECT_EQ(SQLiteUserDefaults::open(folder / "circle").error().reason,
+              "Too many levels of symbolic links");
+    std::ofstream(folder / "file") << "x";
+    fs::create_symlink("file/store", folder / "nowhere");
+    EXPECT_EQ(opened(folder / "nowhere")->setObject("key", "x").error().reason, "Not a directory");
+}
+
+TEST(SQLiteUserDefaults, TheFileAtItsPlaceIsTheStore) {
+    const TemporaryFolder folder;
+    const auto defaults = opened(folder / "store");
+    ASSERT_TRUE(defaults->setObject("key", "first"));
+    fs::rename(folder / "store", folder / "moved");
+    EXPECT_EQ(defaults->object("key"), std::nullopt);
+    ASSERT_TRUE(defaults->setObject("key", "second"));
+    EXPECT_EQ(opened(folder / "moved")->object("key"), Object("first"));
+    EXPECT_EQ(opened(folder / "store")->object("key"), Object("second"));
+    fs::rename(folder / "moved", folder / "store");
+    EXPECT_EQ(defaults->object("key"), Object("first"));
+    EXPECT_TRUE(defaults->transaction([&] {
+        fs::rename(folder / "store", folder / "moved");
+        EXPECT_EQ(defaults->object("key"), Object("first")) << "a transaction stays with its file";
+        EXPECT_EQ(defaults->setObject("key", "third").error().kind, busy);
+        return false;
+    }));
+    EXPECT_EQ(defaults->object("key"), std::nullopt);
+    EXPECT_EQ(opened(folder / "moved")->object("key"), Object("first"));
+}
+
+TEST(SQLiteUserDefaults, ARefusedFirstWriteLeavesNoFile) {
+    const TemporaryFolder folder;
+    const auto defaults = opened(folder / "store");
+    EXPECT_TRUE(defaults->transaction([&] { return !defaults->setObject("key", "x"); }));
+    EXPECT_EQ(entryCount(folder.path()), 0);
+    EXPECT_THROW((void)defaults->transaction([]() -> bool { throw std::runtime_error("no"); }),
+                 std::runtime_error);
+    EXPECT_EQ(entryCount(folder.path()), 0);
+    expectNoFailureInChild([&] {
+        std::signal(SIGXFSZ, SIG_IGN);
+        const rlimit limit{65536, 65536};
+        ::setrlimit(RLIMIT_FSIZE, &limit);
+        EXPECT_EQ(
+            opened(folder / "store")->setObject("key", std::string(200'000, 'x')).error().kind,
+            inputOutput);
+    });
+    EXPECT_EQ(entryCount(folder.path()), 0);
+    ASSERT_TRUE(defaults->setObject("key", "text"));
+    EXPECT_TRUE(defaults->transaction([] { return false; }));
+    EXPECT_EQ(defaults->object("key"), Object("text")) << "only an empty file goes";
+}
+
 TEST(SQLiteUserDefaults, TellsBusyFromAbsent) {
     const TemporaryFolder folder;
     ASSERT_TRUE(opened(folder / "store")->setObject("key", bytesOf("value")));
@@ -130,7 +216,7 @@ TEST(SQLiteUserDefaults, ATransactionIsKeptWholeOrNotAtAll) {
             EXPECT_TRUE(defaults->setObject("a", "1") && defaults->setObject("b", "2"));
             EXPECT_EQ(defaults->object("a"), Object("1"));
             EXPECT_EQ(other->setObject("c", "3").error().kind, busy);
-            EXPECT_EQ(defaults->transaction([] { return true; }).error().kind, inputOutput);
+            EXPECT_EQ(defaults->transaction([] { return true; }).error().kind, nestedTransaction);
             return keep;
         }));
         EXPECT_EQ(other->object("a")->has_value(), keep);
@@ -208,6 +294,18 @@ TEST(SQLiteUserDefaults, AFailedWriteLeavesTheOldValue) {
         EXPECT_EQ(defaults->setObject("key", std::string(200'000, 'x')).error().kind, inputOutput);
         EXPECT_EQ(defaults->object("key"), Object("old"));
         EXPECT_TRUE(defaults->setObject("key", "new"));
+        EXPECT_EQ(defaults
+                      ->transaction([&] {
+                          (void)defaults->setObject("other", "x");
+                          // So large that it reaches the file before the transaction ends.
+                          EXPECT_FALSE(defaults->setObject("large", std::string(20'000'000, 'x')));
+                          EXPECT_FALSE(defaults->setObject("more", "x")) << "not on its own";
+                          return true;
+                      })
+                      .error()
+                      .reason,
+                  "an earlier failure undid the transaction; nothing of it was written");
+        EXPECT_EQ(defaults->object("other"), std::nullopt);
     });
     EXPECT_EQ(opened(folder / "store")->object("key"), Object("new"));
 }
