@@ -27,34 +27,33 @@ concept CanBeHit =
     requires(List list) { WindowHitTester::hitTest({}, std::forward<List>(list), {}); };
 static_assert(!CanBeHit<std::vector<WindowCandidate>>, "its window would be gone");
 
-using WindowCaptureSelectionRect::visibleContentFrame;
-
 TEST(WindowCaptureSelectionRect, FollowsTheImageWithinLimits) {
-    constexpr CGRect frame{900, 700, -800, -600};
-    const auto check = [&](const char* name, CGSize pixels, CGFloat scale, bool expands,
-                           CGFloat inset, const CGRect& want) {
-        const CGRect visible = visibleContentFrame(frame, pixels, scale, expands, inset);
-        EXPECT_EQ(text(visible), text(want)) << name;
+    const auto visible = [](CGSize pixels, CGFloat scale, bool expands, CGFloat limit,
+                            const CGRect& window = {900, 700, -800, -600}) {
+        return text(
+            WindowCaptureSelectionRect::visibleContentFrame(window, pixels, scale, expands, limit));
     };
-    check("half a point less a side", {1598, 1198}, 2, false, 8, {100.5, 100.5, 799, 599});
-    check("a quarter is nothing", {1599, 1199}, 2, true, 8, frame);
-    check("smaller on one axis", {1600, 1198}, 2, true, 8, {100, 100.5, 800, 599});
-    check("lower, a little wider", {1601, 1190}, 2, false, 8, {99.75, 102.5, 800.5, 595});
-    check("exactly the limit", {784, 584}, 1, true, 8, {108, 108, 784, 584});
-    check("too narrow", {782, 600}, 1, true, 8, frame);
-    check("too low", {784, 582}, 1, true, 8, frame);
-    check("larger, exactly the limit", {1760, 1320}, 2, true, 40, {60, 70, 880, 660});
-    check("higher, not allowed", {1590, 1201.1}, 2, false, 8, frame);
-    check("wider, not allowed", {1601.1, 1190}, 2, false, 8, frame);
-    check("wider, beyond the limit", {882, 600}, 1, true, 40, frame);
-    check("higher, beyond the limit", {800, 682}, 1, true, 40, frame);
-    check("wider and lower", {810, 500}, 1, true, 8, {95, 150, 810, 500});
-    check("narrower and higher", {700, 610}, 1, true, 5, {150, 95, 700, 610});
-    check("larger, negative limit", {802, 602}, 1, true, -1, frame);
-    check("NaN scale", {1598, 1198}, nan, true, 8, frame);
-    check("no width", {0, 1198}, 2, true, 999, frame);
-    check("no height", {1598, -1198}, 2, true, 999, frame);
-    EXPECT_EQ(text(visibleContentFrame({9, 9, -4, 0}, {8, 8}, 2, true, 9)), "(5, 9, 4, 0)");
+    const std::string frame = "(100, 100, 800, 600)";
+    EXPECT_EQ(visible({1598, 1198}, 2, false, 8), "(100.5, 100.5, 799, 599)");
+    EXPECT_EQ(visible({1599, 1199}, 2, true, 8), frame) << "a quarter is nothing";
+    EXPECT_EQ(visible({1600, 1198}, 2, true, 8), "(100, 100.5, 800, 599)") << "lower alone";
+    EXPECT_EQ(visible({1598, 1200}, 2, true, 8), "(100.5, 100, 799, 600)") << "narrower alone";
+    EXPECT_EQ(visible({1601, 1190}, 2, false, 8), "(99.75, 102.5, 800.5, 595)");
+    EXPECT_EQ(visible({784, 584}, 1, true, 8), "(108, 108, 784, 584)") << "exactly the limit";
+    EXPECT_EQ(visible({782, 600}, 1, true, 8), frame) << "too narrow";
+    EXPECT_EQ(visible({784, 582}, 1, true, 8), frame) << "too low";
+    EXPECT_EQ(visible({1760, 1320}, 2, true, 40), "(60, 70, 880, 660)") << "exactly the limit";
+    EXPECT_EQ(visible({1601.1, 1190}, 2, false, 8), frame) << "wider, not allowed";
+    EXPECT_EQ(visible({1590, 1201.1}, 2, false, 8), frame) << "higher, not allowed";
+    EXPECT_EQ(visible({882, 600}, 1, true, 40), frame) << "too wide";
+    EXPECT_EQ(visible({800, 682}, 1, true, 40), frame) << "too high";
+    EXPECT_EQ(visible({810, 500}, 1, true, 8), "(95, 150, 810, 500)") << "wider and lower";
+    EXPECT_EQ(visible({700, 610}, 1, true, 5), "(150, 95, 700, 610)") << "narrower and higher";
+    EXPECT_EQ(visible({802, 602}, 1, true, -1), frame) << "negative limit";
+    EXPECT_EQ(visible({1598, 1198}, nan, true, 8), frame);
+    EXPECT_EQ(visible({0, 1198}, 2, true, 999), frame);
+    EXPECT_EQ(visible({8, 8}, 2, true, 9, {9, 9, -4, 0}), "(5, 9, 4, 0)") << "no window";
+    EXPECT_EQ(visible({1598, -1198}, 2, true, 999), frame);
 }
 
 }  // namespace pictal
