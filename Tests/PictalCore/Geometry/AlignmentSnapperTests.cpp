@@ -27,7 +27,7 @@ TEST(AlignmentSnapper, SnapsRectangles) {
     // 104 + 46.2 - 46.2 is a hair below 104, and 10 + 6.15 - 6.15 below 10.
     EXPECT_EQ(snapped(CGRect{104, 10, 92.4, 12.3}), "(103, 9, 94, 14) 0");
     EXPECT_EQ(snapped(CGRect{3, -2, 1000, 800}), "(0, 0, 1000, 800) 3") << "as large";
-    EXPECT_EQ(snapped(CGRect{0.5, 0.5, 1001, 20}), "(0.5, 0.5, 1001, 20) 0") << "too wide";
+    EXPECT_EQ(snapped(CGRect{1001.5, 0.5, -1001, 20}), "(0.5, 0.5, 1001, 20) 0") << "too wide";
     EXPECT_EQ(snapped(CGRect{450.5, 0, 100, 801}), "(450.5, 0, 100, 801) 0") << "too tall";
     EXPECT_EQ(snapped(CGRect{450.5, 400, 100, 0}), "(450.5, 400, 100, 0) 0") << "no height";
 }
