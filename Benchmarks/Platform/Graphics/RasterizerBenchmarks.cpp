@@ -1,4 +1,5 @@
 #include "PictalCore/Platform/Graphics/detail/FillRasterizer.h"
+#include "PictalCore/Platform/Graphics/detail/PathFlattening.h"
 #include "PictalCore/Platform/Graphics/detail/StrokeRasterizer.h"
 
 #include <algorithm>

@@ -23,12 +23,12 @@ std::uint8_t level(std::int64_t area, FillRule rule) {
 
 }  // namespace
 
-CoverageRow::CoverageRow(const PixelRect& clip)
-    : left_(clip.left * fixedOne),
-      width_(clip.width() * fixedOne),
-      cells_(static_cast<std::size_t>(clip.width())),
-      touched_(static_cast<std::size_t>(clip.width() + 63) / 64),
-      levels_(static_cast<std::size_t>(clip.width())) {}
+CoverageRow::CoverageRow(const PixelRect& area)
+    : left_(area.left * fixedOne),
+      width_(area.width() * fixedOne),
+      cells_(static_cast<std::size_t>(area.width())),
+      touched_(area.width()),
+      levels_(static_cast<std::size_t>(area.width())) {}
 
 void CoverageRow::addSloped(Fixed x1, Fixed x2, Fixed height) {
     // Only heights and x matter, so an edge that leads to the left is walked from its other end.
@@ -68,8 +68,8 @@ void CoverageRow::flush(std::int64_t row, FillRule rule, CoverageSink& sink) {
     SpanWriter spans(row, left_ >> fixedBits, levels_, sink);
     Fixed cover = 0;
     std::int64_t column = 0;
-    for (std::size_t word = 0; word < touched_.size(); ++word) {
-        for (std::uint64_t bits = touched_[word]; bits != 0; bits &= bits - 1) {
+    touched_.forEachWord([&](std::size_t word) {
+        for (std::uint64_t bits = touched_.word(word); bits != 0; bits &= bits - 1) {
             const auto index = static_cast<std::int64_t>(word) * 64 + std::countr_zero(bits);
             if (index > column) spans.append(column, index, level(2 * fixedOne * cover, rule));
             Cell& cell = cells_[static_cast<std::size_t>(index)];
@@ -78,8 +78,8 @@ void CoverageRow::flush(std::int64_t row, FillRule rule, CoverageSink& sink) {
             cell = {};
             column = index + 1;
         }
-        touched_[word] = 0;
-    }
+    });
+    touched_.clear();
     const std::int64_t width = width_ >> fixedBits;
     if (column < width) spans.append(column, width, level(2 * fixedOne * cover, rule));
     spans.finish();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "PictalCore/Platform/Graphics/FillRule.h"
+#include "PictalCore/Platform/Graphics/detail/ColumnSet.h"
 #include "PictalCore/Platform/Graphics/detail/CoverageSink.h"
 #include "PictalCore/Platform/Graphics/detail/Fixed.h"
 #include "PictalCore/Platform/Graphics/detail/PixelRect.h"
@@ -18,7 +19,8 @@ namespace pictal::detail {
 /// is the sum of all covers up to it less its own area; between touched pixels it does not change.
 class CoverageRow {
   public:
-    explicit CoverageRow(const PixelRect& clip);
+    /// @param area  the columns that matter; right of them nothing is reported
+    explicit CoverageRow(const PixelRect& area);
 
     /// A straight edge from x1 to x2, in either direction. Its height counts down positive.
     void addSloped(Fixed x1, Fixed x2, Fixed height);
@@ -36,14 +38,14 @@ class CoverageRow {
         Cell& cell = cells_[static_cast<std::size_t>(column)];
         cell.cover += height;
         cell.area += area;
-        touched_[static_cast<std::size_t>(column >> 6)] |= std::uint64_t{1} << (column & 63);
+        touched_.insert(column);
     }
 
     Fixed left_;
     Fixed width_;
     std::vector<Cell> cells_;
-    /// A bit a cell: which are not zero.
-    std::vector<std::uint64_t> touched_;
+    /// Which cells are not zero.
+    ColumnSet touched_;
     std::vector<std::uint8_t> levels_;
 };
 

@@ -37,8 +37,10 @@ struct Edge {
 
 class EdgeList {
   public:
-    explicit EdgeList(const PixelRect& clip)
-        : clip_(clip), firstRow_(clip.bottom), endRow_(clip.top) {}
+    EdgeList(const PixelRect& clip, std::size_t expected)
+        : clip_(clip), touched_{clip.right, clip.bottom, clip.left, clip.top} {
+        edges_.reserve(expected);
+    }
 
     void addContour(std::span<const CGPoint> points) {
         CGPoint last = points.back();
@@ -50,14 +52,14 @@ class EdgeList {
     }
 
     void rasterize(FillRule rule, CoverageSink& sink) {
-        if (edges_.empty()) return;
-        RowBuckets buckets(firstRow_, endRow_, edges_.size());
+        if (edges_.empty() || touched_.isEmpty()) return;
+        RowBuckets buckets(touched_.top, touched_.bottom, edges_.size());
         for (std::uint32_t i = 0; i < edges_.size(); ++i)
             buckets.add(firstRowOf(edges_[i]), i);
 
-        CoverageRow accumulator(clip_);
+        CoverageRow accumulator(touched_);
         std::vector<std::uint32_t> active;
-        for (std::int64_t row = firstRow_; row < endRow_; ++row) {
+        for (std::int64_t row = touched_.top; row < touched_.bottom; ++row) {
             for (auto i = buckets.first(row); i != RowBuckets::none; i = buckets.after(i))
                 active.push_back(i);
             if (active.empty()) continue;
@@ -80,12 +82,16 @@ class EdgeList {
                       .x = toFixed(from.x),
                       .sign = sign};
             if (edge.top == edge.bottom || edge.endRow() <= clip_.top ||
-                edge.top >= clip_.bottom * fixedOne ||
-                std::min(edge.x, edge.bottomX) >= clip_.right * fixedOne)
+                edge.top >= clip_.bottom * fixedOne)
                 return;
+            const auto [left, right] = std::minmax(edge.x, edge.bottomX);
+            touched_.right =
+                std::min(clip_.right, std::max(touched_.right, (right >> fixedBits) + 1));
+            if (left >= clip_.right * fixedOne) return;
+            touched_.left = std::max(clip_.left, std::min(touched_.left, left >> fixedBits));
+            touched_.top = std::min(touched_.top, firstRowOf(edge));
+            touched_.bottom = std::max(touched_.bottom, std::min(edge.endRow(), clip_.bottom));
             if (edge.top < clip_.top * fixedOne) edge.x = edge.xAtRow(clip_.top);
-            firstRow_ = std::min(firstRow_, firstRowOf(edge));
-            endRow_ = std::max(endRow_, std::min(edge.endRow(), clip_.bottom));
             edges_.push_back(edge);
         });
     }
@@ -103,8 +109,8 @@ class EdgeList {
     }
 
     PixelRect clip_;
-    std::int64_t firstRow_;
-    std::int64_t endRow_;
+    /// What the edges reach of the clip: so the cost does not grow with the canvas.
+    PixelRect touched_;
     std::vector<Edge> edges_;
 };
 
@@ -112,7 +118,7 @@ class EdgeList {
 
 void rasterizeFill(const FlatPath& path, FillRule rule, const PixelRect& clip, CoverageSink& sink) {
     if (clip.isEmpty()) return;
-    EdgeList edges(clip);
+    EdgeList edges(clip, path.points().size());
     for (std::size_t i = 0; i < path.contourCount(); ++i)
         edges.addContour(path.contour(i).points);
     edges.rasterize(rule, sink);

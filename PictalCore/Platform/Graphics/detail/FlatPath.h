@@ -1,8 +1,6 @@
 #pragma once
 
-#include "PictalCore/Platform/Graphics/AffineTransform.h"
-#include "PictalCore/Platform/Graphics/Path.h"
-#include "PictalCore/Platform/Graphics/detail/PixelRect.h"
+#include "PictalCore/Platform/Foundation/CGGeometry.h"
 
 #include <cstddef>
 #include <span>
@@ -39,15 +37,5 @@ class FlatPath {
     std::vector<CGPoint> points_;
     std::vector<End> ends_;
 };
-
-/// The path as polylines that fill like it on the pixels of `visible`: within 0.001 px there.
-/// Curves that lie beside `visible` become chords beside it. A path with a coordinate that is not
-/// finite, before or after the transform, becomes nothing: half of a shape would be worse.
-[[nodiscard]] FlatPath flattenedForFill(const Path& path, const AffineTransform& transform,
-                                        const PixelRect& visible);
-
-/// The same for a stroke of `width` pixels, within 0.01 px (for widths up to 1e7).
-[[nodiscard]] FlatPath flattenedForStroke(const Path& path, const AffineTransform& transform,
-                                          CGFloat width, const PixelRect& visible);
 
 }  // namespace pictal::detail

@@ -1,7 +1,7 @@
 #include "PictalCore/Platform/Graphics/detail/Shape.h"
 
 #include "PictalCore/Platform/Graphics/detail/FillRasterizer.h"
-#include "PictalCore/Platform/Graphics/detail/FlatPath.h"
+#include "PictalCore/Platform/Graphics/detail/PathFlattening.h"
 #include "PictalCore/Platform/Graphics/detail/StrokeRasterizer.h"
 
 #include <cmath>

@@ -1,6 +1,7 @@
 #include "PictalCore/Platform/Graphics/detail/StrokeRasterizer.h"
 
 #include "PictalCore/Platform/Graphics/detail/FillRasterizer.h"
+#include "PictalCore/Platform/Graphics/detail/PathFlattening.h"
 #include "PictalCore/Platform/Graphics/detail/RowBuckets.h"
 #include "PictalCore/Platform/Graphics/detail/StrokeRow.h"
 #include "PictalCore/Platform/Graphics/detail/WorldClip.h"
@@ -70,8 +71,27 @@ std::optional<std::pair<CGPoint, CGPoint>> axisInWorld(CGPoint a, CGPoint b, CGF
     return std::pair{from, to};
 }
 
+/// The part of the clip that the pen may reach.
+PixelRect reached(std::span<const CGPoint> points, CGFloat radius, const PixelRect& clip) {
+    CGPoint low = points.front();
+    CGPoint high = low;
+    for (const CGPoint& point : points) {
+        low = {std::min(low.x, point.x), std::min(low.y, point.y)};
+        high = {std::max(high.x, point.x), std::max(high.y, point.y)};
+    }
+    const auto pixel = [](CGFloat place, std::int64_t from, std::int64_t to) {
+        return static_cast<std::int64_t>(
+            std::clamp(place, static_cast<CGFloat>(from), static_cast<CGFloat>(to)));
+    };
+    return {pixel(std::floor(low.x - radius), clip.left, clip.right),
+            pixel(std::floor(low.y - radius), clip.top, clip.bottom),
+            pixel(std::ceil(high.x + radius), clip.left, clip.right),
+            pixel(std::ceil(high.y + radius), clip.top, clip.bottom)};
+}
+
 class Stroke {
   public:
+    /// @param clip  not empty
     Stroke(const FlatPath& path, CGFloat radius, const PixelRect& clip)
         : points_(path.points()), radius_(radius), area_(clip) {
         std::uint32_t begin = 0;
@@ -234,7 +254,8 @@ void rasterizeStroke(const FlatPath& path, CGFloat width, const PixelRect& clip,
         const std::span<const CGPoint> points = path.contour(0).points;
         return fillCapsule(Capsule(points.front(), points.back(), radius), clip, sink);
     }
-    Stroke(path, radius, clip).rasterize(sink);
+    const PixelRect area = reached(path.points(), radius, clip);
+    if (!area.isEmpty()) Stroke(path, radius, area).rasterize(sink);
 }
 
 }  // namespace pictal::detail

@@ -1,4 +1,5 @@
 #include "PictalCore/Platform/Graphics/detail/FillRasterizer.h"
+#include "PictalCore/Platform/Graphics/detail/PathFlattening.h"
 #include "Tests/Support/CoverageCanvas.h"
 #include "Tests/Support/Reference/ExactCoverage.h"
 

@@ -1,3 +1,4 @@
+#include "PictalCore/Platform/Graphics/detail/PathFlattening.h"
 #include "PictalCore/Platform/Graphics/detail/StrokeRasterizer.h"
 #include "Tests/Support/CoverageCanvas.h"
 #include "Tests/Support/Reference/ExactCoverage.h"

@@ -1,4 +1,4 @@
-#include "PictalCore/Platform/Graphics/detail/FlatPath.h"
+#include "PictalCore/Platform/Graphics/detail/PathFlattening.h"
 #include "Tests/Support/Reference/ExactCoverage.h"
 
 #include <cmath>
@@ -28,7 +28,7 @@ CGFloat deviation(const FlatPath& flat, CGFloat radius) {
     return greatest;
 }
 
-TEST(FlatPath, ChordsOfACircleStayWithinTheTolerance) {
+TEST(PathFlattening, ChordsOfACircleStayWithinTheTolerance) {
     for (const CGFloat radius : {0.4, 22.0, 1000.0}) {
         // At most the tolerance, and not needlessly fine.
         const CGFloat fill = deviation(flattenedForFill(circle(radius), {}, visible), radius);
@@ -44,7 +44,7 @@ TEST(FlatPath, ChordsOfACircleStayWithinTheTolerance) {
     EXPECT_LE(deviation(flattenedForFill(circle(1), turnAndScale, visible), 100), 0.001);
 }
 
-TEST(FlatPath, CubicsFollowTheirCurve) {
+TEST(PathFlattening, CubicsFollowTheirCurve) {
     Path path;
     path.moveTo({0, 0});
     path.curveTo({900, 100}, {-700, 300}, {200, 250});
@@ -66,7 +66,7 @@ TEST(FlatPath, CubicsFollowTheirCurve) {
     EXPECT_GE(worst, 0.0005);
 }
 
-TEST(FlatPath, SpendsNoChordsOutOfSight) {
+TEST(PathFlattening, SpendsNoChordsOutOfSight) {
     for (const CGFloat radius : {1e9, 1e18, 1e99}) {
         Path large;
         large.addEllipse({-radius, 0, 2 * radius, 2 * radius});
@@ -77,7 +77,7 @@ TEST(FlatPath, SpendsNoChordsOutOfSight) {
     }
 }
 
-TEST(FlatPath, IsNothingWhereACoordinateIsNotFinite) {
+TEST(PathFlattening, IsNothingWhereACoordinateIsNotFinite) {
     for (const CGFloat bad : {std::nan(""), HUGE_VAL, -HUGE_VAL}) {
         Path path;
         path.addRect({0, 0, 10, 10});
@@ -92,7 +92,7 @@ TEST(FlatPath, IsNothingWhereACoordinateIsNotFinite) {
     EXPECT_TRUE(flattenedForFill(path, AffineTransform::scale(1e200, 1), visible).isEmpty());
 }
 
-TEST(FlatPath, KeepsContoursApart) {
+TEST(PathFlattening, KeepsContoursApart) {
     Path path;
     path.moveTo({5, 5});  // leads nowhere
     path.moveTo({1, 1});
