@@ -146,7 +146,7 @@ TEST_F(PictureCommands, BadInputIsOneClearLineAndNoOutputFile) {
     check("export in.png -o out.png --shadow-color reddish",
           "--shadow-color: \"reddish\" is not a colour");
     check("export in.png -o folder", "folder: Is a directory");
-    check("export in.png -o no/out.png", "no/out.png: No such file or directory");
+    check("export in.png -o no/out.png", "no: No such file or directory");
     check("export in.png -o /dev/full", "/dev/full: No space left on device", 3);
     check("", "See pictal --help");
     check("exprot", "there is no command \"exprot\". See pictal --help");
