@@ -14,11 +14,6 @@ std::unexpected<Failure> storeFailed(const UserDefaultsError& error) {
     return workFailed(error.description());
 }
 
-bool isUnderstood(const UserDefaults::Data& data) {
-    const std::string_view text(reinterpret_cast<const char*>(data.data()), data.size());
-    return decodeJSON<ShortcutAssignment>(text).has_value();
-}
-
 }  // namespace
 
 std::expected<fs::path, Failure> StoredShortcuts::path(const std::optional<std::string>& chosen) {
@@ -43,21 +38,21 @@ std::expected<StoredShortcuts, Failure> StoredShortcuts::open(
     if (!path) return std::unexpected(path.error());
     auto userDefaults = SQLiteUserDefaults::open(*path);
     if (!userDefaults) return storeFailed(userDefaults.error());
-    const auto read = (*userDefaults)->data(ShortcutStore::defaultStorageKey);
-    if (!read) return storeFailed(read.error());
-    const std::optional<UserDefaults::Data>& data = *read;
-    if (data && !isUnderstood(*data))
+    StoredShortcuts result(*std::move(userDefaults));
+    const auto loaded = result.store_.tryLoadShortcuts();
+    if (!loaded) return storeFailed(loaded.error());
+    if (loaded->damage)
         fmt::print(stderr,
                    "pictal: warning: {}: the stored shortcuts are damaged; the defaults hold, and "
                    "the next change replaces what is stored\n",
                    path->string());
-    return StoredShortcuts(*std::move(userDefaults));
+    return result;
 }
 
 std::expected<ShortcutAssignment, Failure> StoredShortcuts::load() const {
-    auto shortcuts = store_.tryLoadShortcuts();
-    if (!shortcuts) return storeFailed(shortcuts.error());
-    return *std::move(shortcuts);
+    auto loaded = store_.tryLoadShortcuts();
+    if (!loaded) return storeFailed(loaded.error());
+    return std::move(loaded->shortcuts);
 }
 
 Outcome StoredShortcuts::update(const std::function<Outcome(ShortcutAssignment&)>& change) const {

@@ -1,6 +1,5 @@
 #include "PictalCore/Annotation/ScreenshotAnnotation.h"
 
-#include "PictalCore/Annotation/detail/AnnotationCoding.h"
 #include "PictalCore/Platform/Foundation/Unicode.h"
 
 #include <utility>
@@ -63,32 +62,5 @@ bool ScreenshotAnnotation::operator==(const ScreenshotAnnotation& other) const {
     if (!text || !other.text) return text.has_value() == other.text.has_value();
     return Unicode::canonicallyEquivalent(*text, *other.text);
 }
-
-namespace detail {
-
-template <>
-struct JSONCodec<ScreenshotAnnotation> {
-    static JSONValue encode(const ScreenshotAnnotation& annotation) {
-        return JSONObject()
-            .set("tool", annotation.tool)
-            .set("geometry", annotation.geometry)
-            .set("style", annotation.style)
-            .setIfPresent("text", annotation.text);
-    }
-
-    static ScreenshotAnnotation decode(const JSONDecoder& decoder) {
-        ScreenshotAnnotation annotation;
-        annotation.tool = decoder.require<AnnotationTool>("tool");
-        annotation.geometry = decoder.require<AnnotationGeometry>("geometry");
-        annotation.style = decoder.require<AnnotationStyle>("style");
-        annotation.text = decoder.optional<std::string>("text");
-        return annotation;
-    }
-};
-
-}  // namespace detail
-
-PICTAL_DEFINE_JSON(ScreenshotAnnotation)
-PICTAL_DEFINE_JSON(std::vector<ScreenshotAnnotation>)
 
 }  // namespace pictal

@@ -1,5 +1,6 @@
-#include "PictalCore/Platform/Foundation/Coding/JSONCoding.h"
+#include "PictalCore/Platform/Foundation/Coding/JSONFields.h"
 #include "PictalCore/Shortcuts/Shortcut.h"
+#include "PictalCore/Shortcuts/ShortcutConflict.h"
 
 namespace pictal {
 
@@ -14,20 +15,10 @@ struct JSONCodec<ShortcutModifiers> {
 };
 
 template <>
-struct JSONCodec<Shortcut> {
-    static JSONValue encode(const Shortcut& shortcut) {
-        return JSONObject()
-            .set("keyCode", shortcut.keyCode)
-            .set("keyLabel", shortcut.keyLabel)
-            .set("modifiers", shortcut.modifiers);
-    }
-    static Shortcut decode(const JSONDecoder& decoder) {
-        Shortcut shortcut;
-        shortcut.keyCode = decoder.require<std::uint16_t>("keyCode");
-        shortcut.keyLabel = decoder.require<std::string>("keyLabel");
-        shortcut.modifiers = decoder.require<ShortcutModifiers>("modifiers");
-        return shortcut;
-    }
+struct JSONFields<Shortcut> {
+    static constexpr std::tuple list{field("keyCode", &Shortcut::keyCode),
+                                     field("keyLabel", &Shortcut::keyLabel),
+                                     field("modifiers", &Shortcut::modifiers)};
 };
 
 template <>
@@ -46,10 +37,20 @@ struct JSONCodec<ShortcutAssignment> {
     }
 };
 
+template <>
+struct JSONFields<ShortcutConflict> {
+    static constexpr std::tuple list{field("severity", &ShortcutConflict::severity),
+                                     field("kind", &ShortcutConflict::kind),
+                                     field("message", &ShortcutConflict::message)};
+};
+
 }  // namespace detail
 
 PICTAL_DEFINE_JSON(ShortcutModifiers)
 PICTAL_DEFINE_JSON(Shortcut)
 PICTAL_DEFINE_JSON(ShortcutAssignment)
+PICTAL_DEFINE_JSON(ShortcutConflict)
+PICTAL_DEFINE_JSON(ShortcutConflictKind)
+PICTAL_DEFINE_JSON(ShortcutConflictSeverity)
 
 }  // namespace pictal

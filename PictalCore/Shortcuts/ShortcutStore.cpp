@@ -44,32 +44,34 @@ ShortcutStore::ShortcutStore(std::shared_ptr<UserDefaults> userDefaults, std::st
       defaults_(std::move(defaults)) {}
 
 ShortcutAssignment ShortcutStore::loadShortcuts() const {
-    return tryLoadShortcuts().value_or(defaults_);
+    auto loaded = tryLoadShortcuts();
+    return loaded ? std::move(loaded->shortcuts) : defaults_;
 }
 
-std::expected<ShortcutAssignment, UserDefaultsError> ShortcutStore::tryLoadShortcuts() const {
+std::expected<LoadedShortcuts, UserDefaultsError> ShortcutStore::tryLoadShortcuts() const {
     const auto read = userDefaults_->data(storageKey_);
     if (!read) return std::unexpected(read.error());
     const std::optional<UserDefaults::Data>& data = *read;
     if (!data) return carriedOver();
     const auto stored = decoded(*data);
-    return stored ? overDefaults(*stored) : defaults_;
+    if (!stored) return LoadedShortcuts{defaults_, stored.error()};
+    return LoadedShortcuts{overDefaults(*stored)};
 }
 
-std::expected<ShortcutAssignment, UserDefaultsError> ShortcutStore::carriedOver() const {
-    if (storageKey_ != defaultStorageKey) return defaults_;
+std::expected<LoadedShortcuts, UserDefaultsError> ShortcutStore::carriedOver() const {
+    if (storageKey_ != defaultStorageKey) return LoadedShortcuts{defaults_};
     for (const detail::LegacyShortcuts& legacy : detail::legacyShortcuts()) {
         const auto read = userDefaults_->data(legacy.storageKey);
         if (!read) return std::unexpected(read.error());
         const std::optional<UserDefaults::Data>& data = *read;
         if (!data) continue;
         const auto old = decoded(*data);
-        if (!old) return defaults_;
+        if (!old) return LoadedShortcuts{defaults_, old.error()};
         const auto migrated = detail::migratedShortcuts(*old, legacy.defaults, defaults_);
         saveShortcuts(migrated);  // if that fails, the next load tries again
-        return overDefaults(migrated);
+        return LoadedShortcuts{overDefaults(migrated)};
     }
-    return defaults_;
+    return LoadedShortcuts{defaults_};
 }
 
 ShortcutAssignment ShortcutStore::overDefaults(const ShortcutAssignment& stored) const {
@@ -95,11 +97,21 @@ std::expected<void, UserDefaultsError> ShortcutStore::trySaveShortcuts(
 
 ShortcutAssignment ShortcutStore::updateShortcut(const std::string& actionID,
                                                  const Shortcut& shortcut) const {
-    const auto loaded = tryLoadShortcuts();
-    ShortcutAssignment shortcuts = loaded.value_or(defaults_);
+    auto loaded = tryLoadShortcuts();
+    ShortcutAssignment shortcuts = loaded ? std::move(loaded->shortcuts) : defaults_;
     shortcuts.insert_or_assign(actionID, shortcut);
     if (loaded) saveShortcuts(shortcuts);
     return shortcuts;
+}
+
+std::expected<ShortcutAssignment, UserDefaultsError> ShortcutStore::tryUpdateShortcut(
+    const std::string& actionID, const Shortcut& shortcut) const {
+    auto loaded = tryLoadShortcuts();
+    if (!loaded) return std::unexpected(std::move(loaded.error()));
+    loaded->shortcuts.insert_or_assign(actionID, shortcut);
+    if (auto saved = trySaveShortcuts(loaded->shortcuts); !saved)
+        return std::unexpected(std::move(saved.error()));
+    return std::move(loaded->shortcuts);
 }
 
 }  // namespace pictal

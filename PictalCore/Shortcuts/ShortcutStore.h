@@ -7,6 +7,7 @@
 
 #include <expected>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -19,6 +20,16 @@
 /// No operation locks: two updates at the same time can lose one of them. Where that can happen,
 /// run them in a transaction of the user defaults.
 namespace pictal {
+
+/// The shortcuts in force.
+struct PICTAL_API LoadedShortcuts {
+    ShortcutAssignment shortcuts;
+    /// What is wrong with the stored data, where it does not decode: then the defaults are in
+    /// force, and the next change replaces it.
+    std::optional<DecodingError> damage = std::nullopt;
+
+    friend bool operator==(const LoadedShortcuts&, const LoadedShortcuts&) = default;
+};
 
 class PICTAL_API ShortcutStore {
   public:
@@ -43,8 +54,8 @@ class PICTAL_API ShortcutStore {
     /// The stored shortcuts over the defaults; the defaults when there are none, when they do not
     /// decode and when reading failed. Writes only what it carries over from an older version.
     [[nodiscard]] ShortcutAssignment loadShortcuts() const;
-    /// The same, except that a failed read is an error.
-    [[nodiscard]] std::expected<ShortcutAssignment, UserDefaultsError> tryLoadShortcuts() const;
+    /// The same, except that a failed read is an error, and damage is told.
+    [[nodiscard]] std::expected<LoadedShortcuts, UserDefaultsError> tryLoadShortcuts() const;
 
     /// Stores the shortcuts of the supported actions, and no others.
     /// @return whether they were written, which may be passed over
@@ -58,9 +69,13 @@ class PICTAL_API ShortcutStore {
     /// @return the shortcuts with the new one among them, whether or not it could be stored
     // NOLINTNEXTLINE(modernize-use-nodiscard)
     ShortcutAssignment updateShortcut(const std::string& actionID, const Shortcut& shortcut) const;
+    /// The same, except that it is an error when the shortcut could not be stored. For a
+    /// transaction, which must not report success then.
+    [[nodiscard]] std::expected<ShortcutAssignment, UserDefaultsError> tryUpdateShortcut(
+        const std::string& actionID, const Shortcut& shortcut) const;
 
   private:
-    [[nodiscard]] std::expected<ShortcutAssignment, UserDefaultsError> carriedOver() const;
+    [[nodiscard]] std::expected<LoadedShortcuts, UserDefaultsError> carriedOver() const;
     [[nodiscard]] ShortcutAssignment overDefaults(const ShortcutAssignment& stored) const;
 
     std::shared_ptr<UserDefaults> userDefaults_;

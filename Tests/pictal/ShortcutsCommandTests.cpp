@@ -33,7 +33,7 @@ class ShortcutsCommand : public testing::Test {
     [[nodiscard]] std::string stored(const std::string& action) const {
         const ShortcutStore shortcuts(SQLiteUserDefaults::open(store).value(), key,
                                       ShortcutStore::defaultShortcuts());
-        const auto all = shortcuts.tryLoadShortcuts().value();
+        const auto all = shortcuts.tryLoadShortcuts().value().shortcuts;
         return all.contains(action) ? all.at(action).displayString() : "-";
     }
 

@@ -78,6 +78,15 @@ TEST(RedactCommand, RedactsLineByLine) {
     EXPECT_EQ(run("a\nb", "--key=Title").output, "<redacted-metadata>\n<redacted-metadata>");
     EXPECT_EQ(run("abcd\nabc\n", "--max 3").output, "abc...\nabc\n");
     EXPECT_EQ(run("", "--key a --error").status, 2);
+    const std::string longest((64 << 20) - 6, 'x');  // with "/tmp/y" just as long as a line may be
+    const auto kept = run(longest + "/tmp/y\nz", "--key a");
+    EXPECT_TRUE(kept.status == 0 && kept.output == longest + "/tmp/y\nz");
+    const auto withheld = run("a\n" + longest + "/tmp/yy\n/tmp/b\n");
+    EXPECT_EQ(withheld.output, "a\n<redacted-metadata>\n<redacted-path>/b\n");
+    EXPECT_EQ(withheld.error,
+              "pictal: warning: standard input: a line is longer than 64 MiB and is withheld\n");
+    EXPECT_EQ(withheld.status, 2);
+    EXPECT_EQ(run(longest + "/tmp/yy").output, "<redacted-metadata>");
     const std::string slashes(300'000, '/');  // more than one read holds
     EXPECT_EQ(run("x\n" + slashes + "tmp/y\nz").output,
               "x\n" + slashes.substr(1) + "<redacted-path>/y\nz");

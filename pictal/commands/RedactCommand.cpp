@@ -1,12 +1,15 @@
 #include "PictalCore/Support/LogMetadataSanitizer.h"
+#include "pictal/Descriptors.h"
 #include "pictal/InputOutput.h"
+#include "pictal/Messages.h"
 #include "pictal/commands/Commands.h"
 
 #include <array>
 #include <cerrno>
 #include <cstdint>
-#include <cstring>
 #include <limits>
+#include <string>
+#include <string_view>
 
 #include <unistd.h>
 
@@ -35,38 +38,73 @@ std::string redacted(std::string_view line, const Options& options) {
                : LogMetadataSanitizer::sanitize(line, options.key, options.maximum);
 }
 
-/// Each line with its ending, LF or CR LF, which is no part of the value.
-std::string redactedLine(std::string_view line, const Options& options) {
-    std::size_t length = line.size();
-    if (line.ends_with('\n')) --length;
-    if (length < line.size() && line.substr(0, length).ends_with('\r')) --length;
-    return redacted(line.substr(0, length), options) += line.substr(length);
-}
+/// Makes lines of what comes in, and redacts each. An ending, LF or CR LF, is no part of the value.
+///
+/// A line over the limit is withheld: cut somewhere, it might show half a path, and kept whole, it
+/// takes any amount of memory.
+class LineRedactor {
+  public:
+    static constexpr std::size_t longestLine = std::size_t{64} << 20;
+
+    explicit LineRedactor(const Options& options) : options_(options) {}
+
+    /// @return the lines that the text completes, redacted
+    std::string take(std::string_view text) {
+        std::string output;
+        while (!text.empty()) {
+            const std::size_t end = text.find('\n');
+            append(text.substr(0, end));
+            if (end == std::string_view::npos) break;
+            output += ended("\n");
+            text.remove_prefix(end + 1);
+        }
+        return output;
+    }
+    /// @return what is left when the input ends without a line's ending
+    std::string rest() { return line_.empty() && !isWithheld_ ? std::string() : ended(""); }
+
+    [[nodiscard]] bool hasWithheld() const { return hasWithheld_; }
+
+  private:
+    void append(std::string_view piece) {
+        if (isWithheld_) return;
+        line_ += piece;
+        if (line_.size() <= longestLine) return;
+        line_ = std::string();
+        isWithheld_ = hasWithheld_ = true;
+        complain("warning: standard input: a line is longer than 64 MiB and is withheld");
+    }
+    std::string ended(std::string_view ending) {
+        if (isWithheld_) {
+            isWithheld_ = false;
+            return std::string("<redacted-metadata>").append(ending);
+        }
+        std::string_view value = line_;
+        const bool isCRLF = !ending.empty() && value.ends_with('\r');
+        if (isCRLF) value.remove_suffix(1);
+        std::string output = redacted(value, options_).append(isCRLF ? "\r" : "").append(ending);
+        line_.clear();
+        return output;
+    }
+
+    const Options& options_;
+    std::string line_;
+    bool isWithheld_ = false;
+    bool hasWithheld_ = false;
+};
 
 /// Prints what is there as soon as it is a line, so that it follows a growing log.
 Outcome run(const Options& options) {
     std::array<char, 65536> buffer;
-    std::string pending;
+    LineRedactor lines(options);
     for (;;) {
         const ssize_t count = ::read(STDIN_FILENO, buffer.data(), buffer.size());
         if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return workFailed(std::string("standard input: ") + std::strerror(errno));
-
-        std::size_t lineStart = 0;
-        std::size_t searched = pending.size();
-        pending.append(buffer.data(), static_cast<std::size_t>(count));
-        std::string output;
-        for (std::size_t end; (end = pending.find('\n', searched)) != std::string::npos;
-             lineStart = searched) {
-            searched = end + 1;
-            output += redactedLine(
-                std::string_view(pending).substr(lineStart, searched - lineStart), options);
-        }
-        pending.erase(0, lineStart);
-        if (count == 0 && !pending.empty()) output += redactedLine(pending, options);
-        if (const auto printed = printText(output); !printed)
+        if (count < 0) return workFailed(lastErrorOf("standard input"));
+        const std::string_view text(buffer.data(), static_cast<std::size_t>(count));
+        if (const auto printed = printText(count > 0 ? lines.take(text) : lines.rest()); !printed)
             return std::unexpected(printed.error());
-        if (count == 0) return ExitStatus::done;
+        if (count == 0) return lines.hasWithheld() ? ExitStatus::usage : ExitStatus::done;
     }
 }
 
@@ -77,7 +115,8 @@ void addRedact(Program& program) {
         "redact", "Redact file paths in a log, line by line, from standard input",
         "Of a path below /Users, /Volumes, /Applications, /private, /var, /tmp or ~ only the\n"
         "last component is printed. With --key, the key decides: window titles and names are\n"
-        "withheld, paths and URLs are redacted, other values are not.\n\n"
+        "withheld, paths and URLs are redacted, other values are not. A line over 64 MiB is\n"
+        "withheld as well, and the exit status is 2.\n\n"
         "Examples:\n"
         "  tail -f app.log | pictal redact --max 200\n"
         "  printf '%s\\n' \"$TITLE\" | pictal redact --key windowTitle   # <redacted-metadata>\n",

@@ -1,21 +1,15 @@
 #pragma once
 
-#include "PictalCore/Platform/Foundation/Coding/JSONCoding.h"
+#include "PictalCore/Platform/Foundation/Coding/JSONFields.h"
 #include "PictalCore/Styling/RGBAColor.h"
-#include "PictalCore/Styling/ShadowStyle.h"
 
 namespace pictal::detail {
 
 template <>
-struct JSONCodec<RGBAColor> {
-    static JSONValue encode(const RGBAColor& color);
-    static RGBAColor decode(const JSONDecoder& decoder);
-};
-
-template <>
-struct JSONCodec<ShadowStyle> {
-    static JSONValue encode(const ShadowStyle& shadow);
-    static ShadowStyle decode(const JSONDecoder& decoder);
+struct JSONFields<RGBAColor> {
+    static constexpr std::tuple list{
+        field("red", &RGBAColor::red), field("green", &RGBAColor::green),
+        field("blue", &RGBAColor::blue), field("alpha", &RGBAColor::alpha)};
 };
 
 }  // namespace pictal::detail

@@ -188,6 +188,7 @@ TEST(ShortcutStore, WritesNothingAfterAFailedRead) {
         fixture.defaults->unreadable = key;
         EXPECT_EQ(fixture.store.loadShortcuts(), defaultsWith({})) << key;
         EXPECT_EQ(fixture.store.updateShortcut("region", own), defaultsWith({{"region", own}}));
+        EXPECT_EQ(fixture.store.tryUpdateShortcut("region", own).error().kind, Error::busy) << key;
         EXPECT_EQ(fixture.defaults->writes, 0) << key;
         EXPECT_EQ(fixture.store.tryLoadShortcuts().error().kind, Error::busy);
     }
@@ -199,7 +200,25 @@ TEST(ShortcutStore, SaysWhenItCouldNotWrite) {
     EXPECT_FALSE(fixture.store.saveShortcuts({}));
     EXPECT_EQ(fixture.store.trySaveShortcuts({}).error().description(), "no");
     EXPECT_EQ(fixture.store.loadShortcuts(), defaultsWith({{"region", own}}));
+    EXPECT_EQ(fixture.store.tryUpdateShortcut("window", own).error().description(), "no");
     EXPECT_EQ(fixture.stored(), std::nullopt);
+    fixture.defaults->isReadOnly = false;
+    const ShortcutAssignment both{{"region", own}, {"window", own}};
+    EXPECT_EQ(fixture.store.tryUpdateShortcut("window", own), defaultsWith(both));
+    EXPECT_EQ(fixture.stored(), defaultsWith(both));
+}
+
+TEST(ShortcutStore, TellsDamageFromAbsence) {
+    EXPECT_EQ(Fixture().store.tryLoadShortcuts(), LoadedShortcuts{defaultsWith({})});
+    for (const char* key : {v4, v3}) {
+        const Fixture fixture(Values{{key, asData(R"({"region":{"keyCode":1}})")}});
+        const auto loaded = fixture.store.tryLoadShortcuts().value();
+        EXPECT_EQ(loaded.shortcuts, defaultsWith({})) << key;
+        ASSERT_TRUE(loaded.damage) << key;
+        EXPECT_EQ(loaded.damage->description(), "region: The key \"keyLabel\" is missing.");
+    }
+    const std::string tail = R"({"region":)" + ownText + "}" + '\0' + "garbage";
+    EXPECT_TRUE(Fixture(Values{{v4, asData(tail)}}).store.tryLoadShortcuts()->damage);
 }
 
 }  // namespace

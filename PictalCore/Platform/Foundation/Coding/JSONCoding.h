@@ -13,23 +13,18 @@
 #include <utility>
 #include <vector>
 
-/// How the coded types of the library meet JSON. A type specialises `JSONCodec` in its source file:
+/// How the coded types of the library meet JSON. Most are objects of fields (see `JSONFields`); any
+/// other type specialises `JSONCodec`:
 ///
 ///     template <>
-///     struct JSONCodec<ShadowStyle> {
-///         static JSONValue encode(const ShadowStyle& style) {
-///             return JSONObject().set("blur", style.blur).set("color", style.color);
-///         }
-///         static ShadowStyle decode(const JSONDecoder& decoder) {
-///             ShadowStyle style;
-///             style.blur = decoder.require<CGFloat>("blur");
-///             style.color = decoder.require<RGBAColor>("color");
-///             return style;
-///         }
+///     struct JSONCodec<ShortcutModifiers> {
+///         static JSONValue encode(ShortcutModifiers modifiers);
+///         static ShortcutModifiers decode(const JSONDecoder& decoder);
 ///     };
 ///
-/// followed by `PICTAL_DEFINE_JSON(ShadowStyle)` in namespace pictal. The first error sticks: later
-/// reads do nothing and answer default values, so that a decoder reads straight through.
+/// `PICTAL_DEFINE_JSON(ShortcutModifiers)` in namespace pictal then defines what the type's header
+/// promised with `PICTAL_JSON_CODED`. The first error sticks: later reads do nothing and answer
+/// default values, so that a decoder reads straight through.
 namespace pictal::detail {
 
 template <class T>
@@ -62,8 +57,6 @@ class JSONDecoder {
         const std::optional<JSONDecoder> member = optionalMember(key);
         return member ? std::optional<T>(member->decode<T>()) : std::nullopt;
     }
-    /// The member under `key`, to be opened by hand.
-    [[nodiscard]] std::optional<JSONDecoder> requiredMember(std::string_view key) const;
 
     /// The members of the object at this place; empty and an error if it is none.
     [[nodiscard]] std::vector<std::pair<std::string_view, JSONDecoder>> members() const;
@@ -84,6 +77,7 @@ class JSONDecoder {
         : value_(&value), error_(parent->error_), parent_(parent), position_(position) {}
     /// The object at this place; nothing and an error if it is none.
     [[nodiscard]] const JSONValue::Object* object() const;
+    [[nodiscard]] std::optional<JSONDecoder> requiredMember(std::string_view key) const;
     [[nodiscard]] std::optional<JSONDecoder> optionalMember(std::string_view key) const;
 
     const JSONValue* value_;
