@@ -9,6 +9,7 @@
 #include "PictalCore/Annotation/AnnotationStyle.h"
 #include "PictalCore/Annotation/AnnotationTool.h"
 #include "PictalCore/Annotation/ScreenshotAnnotation.h"
+#include "PictalCore/Color/CGImageColorSampler.h"
 #include "PictalCore/Color/ColorEncoding.h"
 #include "PictalCore/Color/ColorLoupeGeometry.h"
 #include "PictalCore/Color/ColorSample.h"

@@ -8,7 +8,7 @@ namespace pictal::detail {
 
 namespace {
 
-using Vector = std::array<double, 3>;
+using Vector = ColorComponents;
 /// Rows of three.
 using Matrix = std::array<Vector, 3>;
 
@@ -69,8 +69,8 @@ Matrix toXYZ(const Chromaticities& c) {
 
 }  // namespace
 
-std::array<double, 3> converted(const std::array<double, 3>& color, const RGBNumbers& from,
-                                const RGBNumbers& to) {
+ColorComponents converted(const ColorComponents& color, const RGBNumbers& from,
+                          const RGBNumbers& to) {
     Vector light = color;
     for (double& component : light)
         component = lightOf(component, from.exponent);

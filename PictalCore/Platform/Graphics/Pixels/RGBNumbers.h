@@ -8,6 +8,9 @@
 /// RGB spaces that are told by a few published numbers, and the arithmetic between them.
 namespace pictal::detail {
 
+/// Red, green and blue, 0…1 and beyond; not premultiplied.
+using ColorComponents = std::array<double, 3>;
+
 struct RGBNumbers {
     Chromaticities chromaticities;
     /// What a component is raised to, to be proportional to light; none: the curve of sRGB.
@@ -23,10 +26,10 @@ inline constexpr RGBNumbers displayP3{
 inline constexpr RGBNumbers adobeRGB1998{
     {.red = {0.64, 0.33}, .green = {0.21, 0.71}, .blue = {0.15, 0.06}}, 563 / 256.0};
 
-/// Carries one colour, not premultiplied, between two spaces of the same white; relative
+/// Carries one colour between two spaces of the same white; relative
 /// colorimetric, each channel cut to 0…1. Components outside 0…1 that come in are colours outside
 /// the space, as far as its curve goes on.
-[[nodiscard]] std::array<double, 3> converted(const std::array<double, 3>& color,
-                                              const RGBNumbers& from, const RGBNumbers& to);
+[[nodiscard]] ColorComponents converted(const ColorComponents& color, const RGBNumbers& from,
+                                        const RGBNumbers& to);
 
 }  // namespace pictal::detail
