@@ -8,7 +8,7 @@
 namespace pictal {
 
 CGColorSpace CGColorSpace::of(const detail::RGBNumbers& numbers) {
-    const auto profile = detail::makeRGBProfile(numbers.chromaticities, numbers.exponent);
+    const auto profile = detail::makeRGBProfile(numbers.chromaticities, numbers.curve);
     if (!profile) return deviceRGB();
     CGColorSpace space(Kind::icc);
     space.profile_ = detail::ProfileConversion::ofSoundProfile(*profile);

@@ -12,13 +12,14 @@ using Vector = ColorComponents;
 /// Rows of three.
 using Matrix = std::array<Vector, 3>;
 
-double lightOf(double component, const std::optional<double>& exponent) {
-    if (exponent) return std::copysign(std::pow(std::abs(component), *exponent), component);
+double lightOf(double component, const ToneCurve& curve) {
+    if (curve.kind == ToneCurve::Kind::power)
+        return std::copysign(std::pow(std::abs(component), curve.exponent), component);
     return component <= 0.04045 ? component / 12.92 : std::pow((component + 0.055) / 1.055, 2.4);
 }
 
-double componentOf(double light, const std::optional<double>& exponent) {
-    if (exponent) return std::pow(light, 1 / *exponent);
+double componentOf(double light, const ToneCurve& curve) {
+    if (curve.kind == ToneCurve::Kind::power) return std::pow(light, 1 / curve.exponent);
     return light <= 0.0031308 ? light * 12.92 : 1.055 * std::pow(light, 1 / 2.4) - 0.055;
 }
 
@@ -73,10 +74,10 @@ ColorComponents converted(const ColorComponents& color, const RGBNumbers& from,
                           const RGBNumbers& to) {
     Vector light = color;
     for (double& component : light)
-        component = lightOf(component, from.exponent);
+        component = lightOf(component, from.curve);
     light = product(inverse(toXYZ(to.chromaticities)), product(toXYZ(from.chromaticities), light));
     for (double& component : light)
-        component = componentOf(std::clamp(component, 0.0, 1.0), to.exponent);
+        component = componentOf(std::clamp(component, 0.0, 1.0), to.curve);
     return light;
 }
 

@@ -3,7 +3,6 @@
 #include "PictalCore/Platform/Graphics/Pixels/ColorProfile.h"
 
 #include <array>
-#include <optional>
 
 /// RGB spaces that are told by a few published numbers, and the arithmetic between them.
 namespace pictal::detail {
@@ -13,18 +12,19 @@ using ColorComponents = std::array<double, 3>;
 
 struct RGBNumbers {
     Chromaticities chromaticities;
-    /// What a component is raised to, to be proportional to light; none: the curve of sRGB.
-    std::optional<double> exponent;
+    /// That of sRGB or a power.
+    ToneCurve curve;
 };
 
 /// IEC 61966-2-1.
 inline constexpr RGBNumbers standardRGB{};
 /// SMPTE EG 432-1's primaries with the white and the curve of sRGB.
 inline constexpr RGBNumbers displayP3{
-    {.red = {0.680, 0.320}, .green = {0.265, 0.690}, .blue = {0.150, 0.060}}, std::nullopt};
+    {.red = {0.680, 0.320}, .green = {0.265, 0.690}, .blue = {0.150, 0.060}}, {}};
 /// IEC 61966-2-5.
 inline constexpr RGBNumbers adobeRGB1998{
-    {.red = {0.64, 0.33}, .green = {0.21, 0.71}, .blue = {0.15, 0.06}}, 563 / 256.0};
+    {.red = {0.64, 0.33}, .green = {0.21, 0.71}, .blue = {0.15, 0.06}},
+    ToneCurve::power(563 / 256.0)};
 
 /// Carries one colour between two spaces of the same white; relative
 /// colorimetric, each channel cut to 0…1. Components outside 0…1 that come in are colours outside

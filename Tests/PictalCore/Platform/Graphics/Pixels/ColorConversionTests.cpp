@@ -15,7 +15,7 @@ using namespace kernels;
 /// A wide space: the primaries of P3 with the white and the curve of sRGB.
 CGColorSpace wideSpace() {
     const auto profile = detail::makeRGBProfile(
-        {.red = {0.680, 0.320}, .green = {0.265, 0.690}, .blue = {0.150, 0.060}}, std::nullopt);
+        {.red = {0.680, 0.320}, .green = {0.265, 0.690}, .blue = {0.150, 0.060}});
     return CGColorSpace::fromICCProfile(profile.value()).value();
 }
 
@@ -61,8 +61,8 @@ TEST(ColorConversion, CarriesAWideSpaceToSRGB) {
 
 TEST(ColorConversion, IsRelativeToTheWhiteOfTheSpace) {
     // By a warm white, tungsten light, white is still white, and grey is grey.
-    const auto warm = CGColorSpace::fromICCProfile(
-        detail::makeRGBProfile({.white = {0.4476, 0.4074}}, std::nullopt).value());
+    const auto warm =
+        CGColorSpace::fromICCProfile(detail::makeRGBProfile({.white = {0.4476, 0.4074}}).value());
     const auto one =
         detail::ColorConversion::convert({1, 1, 1}, warm.value(), CGColorSpace::sRGB()).value();
     std::array pixels{pixelOf(255, 255, 255, 255), pixelOf(100, 100, 100, 255)};
@@ -89,7 +89,8 @@ TEST(ColorConversion, GoesToASpaceAndBack) {
 TEST(ColorConversion, CarriesOneColourOfAProfilePastSRGB) {
     // P3's primaries with a plain curve: in Display P3 each component is a colour of its own.
     const auto plain = CGColorSpace::fromICCProfile(
-        detail::makeRGBProfile(detail::displayP3.chromaticities, 1.8).value());
+        detail::makeRGBProfile(detail::displayP3.chromaticities, detail::ToneCurve::power(1.8))
+            .value());
     for (const detail::ColorComponents& color :
          {detail::ColorComponents{0, 1, 0}, {1, 0, 0.5}, {0.02, 0.9, 0.3}, {0.6, 0.6, 0.6}}) {
         const auto have =
@@ -138,7 +139,8 @@ TEST(ColorConversion, LeavesTheSameNumbersAlone) {
     EXPECT_FALSE(CGColorSpace::sRGB() == CGColorSpace::deviceRGB());
     const std::array<std::byte, 200> rubbish{};
     EXPECT_FALSE(CGColorSpace::fromICCProfile(rubbish));
-    EXPECT_FALSE(CGColorSpace::fromICCProfile(detail::makeGreyProfile(2.2).value()))
+    EXPECT_FALSE(CGColorSpace::fromICCProfile(
+        detail::makeGreyProfile(detail::ToneCurve::power(2.2)).value()))
         << "grey is no space for pixels of three components";
 }
 
