@@ -27,8 +27,7 @@ const char* nameOf(kernels::Target target) {
 }
 
 void drawConverted(benchmark::State& state) {
-    const auto profile =
-        detail::makeRGBProfile({.red = {0.680, 0.320}, .green = {0.265, 0.690}}, std::nullopt);
+    const auto profile = detail::makeRGBProfile({.red = {0.680, 0.320}, .green = {0.265, 0.690}});
     const CGImage image = noisePicture(state.range(0), state.range(1),
                                        CGColorSpace::fromICCProfile(profile.value()).value());
     const CGRect all(0, 0, static_cast<CGFloat>(image.width()),

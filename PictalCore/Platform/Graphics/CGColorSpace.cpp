@@ -1,10 +1,29 @@
 #include "PictalCore/Platform/Graphics/CGColorSpace.h"
 
 #include "PictalCore/Platform/Graphics/Pixels/ProfileConversion.h"
+#include "PictalCore/Platform/Graphics/Pixels/RGBNumbers.h"
 
 #include <algorithm>
 
 namespace pictal {
+
+CGColorSpace CGColorSpace::of(const detail::RGBNumbers& numbers) {
+    const auto profile = detail::makeRGBProfile(numbers.chromaticities, numbers.curve);
+    if (!profile) return deviceRGB();
+    CGColorSpace space(Kind::icc);
+    space.profile_ = detail::ProfileConversion::ofSoundProfile(*profile);
+    return space;
+}
+
+CGColorSpace CGColorSpace::displayP3() {
+    static const CGColorSpace space = of(detail::displayP3);
+    return space;
+}
+
+CGColorSpace CGColorSpace::adobeRGB1998() {
+    static const CGColorSpace space = of(detail::adobeRGB1998);
+    return space;
+}
 
 std::optional<CGColorSpace> CGColorSpace::fromICCProfile(std::span<const std::byte> profile) {
     CGColorSpace space(Kind::icc);

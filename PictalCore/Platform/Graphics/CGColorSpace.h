@@ -12,6 +12,7 @@ namespace pictal {
 namespace detail {
 class ColorConversion;
 class ProfileConversion;
+struct RGBNumbers;
 }  // namespace detail
 
 /// What the numbers of a pixel mean. A value: copying is cheap, and two spaces are equal when they
@@ -21,6 +22,10 @@ class PICTAL_API CGColorSpace {
     /// Untagged RGB: sRGB in all but name. Nothing is converted between the two.
     [[nodiscard]] static CGColorSpace deviceRGB() { return CGColorSpace(Kind::deviceRGB); }
     [[nodiscard]] static CGColorSpace sRGB() { return CGColorSpace(Kind::sRGB); }
+    /// Wide spaces, by their published numbers. Their profiles are made once a process, so that
+    /// they compare, are written and are read back like any other; without memory, device RGB.
+    [[nodiscard]] static CGColorSpace displayP3();
+    [[nodiscard]] static CGColorSpace adobeRGB1998();
     /// The space of an ICC profile; it keeps what converts the profile's colours to sRGB.
     /// @return nothing for bytes that are no RGB profile which colours can be converted from
     [[nodiscard]] static std::optional<CGColorSpace> fromICCProfile(
@@ -41,6 +46,7 @@ class PICTAL_API CGColorSpace {
     enum class Kind { deviceRGB, sRGB, icc };
     friend class detail::ColorConversion;
     explicit CGColorSpace(Kind kind) : kind_(kind) {}
+    [[nodiscard]] static CGColorSpace of(const detail::RGBNumbers& numbers);
 
     Kind kind_ = Kind::deviceRGB;
     std::shared_ptr<const detail::ProfileConversion> profile_;

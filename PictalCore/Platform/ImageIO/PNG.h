@@ -82,8 +82,11 @@ struct Info {
     bool interlaced = false;
     /// Whether the file can hold translucent pixels: an alpha channel or a transparent colour.
     bool hasAlpha = false;
-    /// For people: "untagged", "sRGB", "ICC profile Display P3", "gamma 0.55".
+    /// For people: "untagged", "sRGB", "ICC profile Display P3", "gamma 0.55", "cICP 12-13".
     std::string colorSpace;
+    /// What the file says about colour that could not be used, so that its colours may be wrong:
+    /// "a damaged ICC profile", "cICP with PQ". Empty as a rule.
+    std::string unusedColor;
 };
 
 /// Reads no pixels, so that a file can be looked at which is too large or damaged further on.

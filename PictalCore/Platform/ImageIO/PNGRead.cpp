@@ -72,6 +72,7 @@ std::expected<Info, ReadError> readInfo(std::span<const std::byte> bytes) {
     const auto file = PNGFile::parse(bytes, PNGFile::Extent::beforePixels);
     if (!file) return std::unexpected(file.error());
     const PNGHeader& header = file->header;
+    const PNGColor color = PNGColor::of(*file);
     return Info{.width = header.width,
                 .height = header.height,
                 .bitDepth = header.bitDepth,
@@ -79,7 +80,8 @@ std::expected<Info, ReadError> readInfo(std::span<const std::byte> bytes) {
                 .interlaced = header.interlaced,
                 .hasAlpha = header.colorType == ColorType::greyAlpha ||
                             header.colorType == ColorType::rgba || !file->transparency.empty(),
-                .colorSpace = PNGColor::of(*file).description(*file)};
+                .colorSpace = color.description(*file),
+                .unusedColor = color.unused};
 }
 
 }  // namespace pictal::PNG

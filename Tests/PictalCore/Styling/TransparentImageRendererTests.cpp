@@ -114,7 +114,9 @@ TEST(TransparentImageRenderer, ReplacesTheCanvasByTranslucentPixels) {
 TEST(TransparentImageRenderer, ConvertsOtherColorSpaces) {
     // The primaries are those of sRGB and only the curve differs: 1.055 × (64 / 255)^(1 / 2.4) −
     // 0.055 is 137 / 255, and likewise 188 for 128.
-    const auto linear = CGColorSpace::fromICCProfile(*detail::makeRGBProfile({}, 1.0)).value();
+    const auto linear =
+        CGColorSpace::fromICCProfile(*detail::makeRGBProfile({}, detail::ToneCurve::power(1)))
+            .value();
     const CGImage picture =
         pictureOf(30, 20, [](auto, auto) { return kernels::pixelOf(64, 128, 255, 255); }, linear);
     const CGImage have = render(picture, card(4, ShadowStyle::none));

@@ -14,6 +14,8 @@ cmsUInt32Number typeOf(Format format) {
     switch (format) {
         case Format::rgba8:
             return TYPE_RGBA_8;
+        case Format::rgbFloat:
+            return TYPE_RGB_FLT;
         case Format::rgbDouble:
             return TYPE_RGB_DBL;
         case Format::grey16:

@@ -28,7 +28,7 @@ using Transform = std::unique_ptr<void, DeleteTransform>;
 [[nodiscard]] Profile makeSRGBProfile(const Context& context);
 
 /// How the components of a pixel are stored.
-enum class Format : unsigned char { rgba8, rgbDouble, grey16, rgb16 };
+enum class Format : unsigned char { rgba8, rgbFloat, rgbDouble, grey16, rgb16 };
 
 /// A conversion, relative colorimetric: white stays white. Many threads may use it at once.
 /// @return null when either profile is null or has no such components

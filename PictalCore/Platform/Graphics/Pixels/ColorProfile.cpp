@@ -32,6 +32,19 @@ std::optional<std::vector<std::byte>> saved(const Profile& profile) {
     return bytes;
 }
 
+/// Null when there is no memory.
+Curve made(const Context& context, const ToneCurve& curve) {
+    // Below the last number x times the fourth, else (x times the second plus the third) to the
+    // power of the first: ((x + 0.055) / 1.055) ^ 2.4 and ((x + 0.099) / 1.099) ^ (1 / 0.45).
+    using Parameters = std::array<double, 5>;
+    constexpr Parameters standard{2.4, 1 / 1.055, 0.055 / 1.055, 1 / 12.92, 0.04045};
+    constexpr Parameters video{1 / 0.45, 1 / 1.099, 0.099 / 1.099, 1 / 4.5, 0.081};
+    if (curve.kind == ToneCurve::Kind::power)
+        return Curve(cmsBuildGamma(handle(context), curve.exponent));
+    const Parameters& parameters = curve.kind == ToneCurve::Kind::video ? video : standard;
+    return Curve(cmsBuildParametricToneCurve(handle(context), 4, parameters.data()));
+}
+
 cmsCIExyY measured(Chromaticity point) {
     return {point.x, point.y, 1};
 }
@@ -39,13 +52,10 @@ cmsCIExyY measured(Chromaticity point) {
 }  // namespace
 
 std::optional<std::vector<std::byte>> makeRGBProfile(const Chromaticities& chromaticities,
-                                                     std::optional<double> exponent) {
+                                                     const ToneCurve& toneCurve) {
     const Context context = makeContext();
     if (!context) return std::nullopt;
-    // The constants of IEC 61966-2-1: ((x + 0.055) / 1.055) ^ 2.4, below 0.04045 x / 12.92.
-    constexpr std::array standard{2.4, 1 / 1.055, 0.055 / 1.055, 1 / 12.92, 0.04045};
-    const Curve curve(exponent ? cmsBuildGamma(handle(context), *exponent)
-                               : cmsBuildParametricToneCurve(handle(context), 4, standard.data()));
+    const Curve curve = made(context, toneCurve);
     const cmsCIExyY white = measured(chromaticities.white);
     const cmsCIExyYTRIPLE primaries{measured(chromaticities.red), measured(chromaticities.green),
                                     measured(chromaticities.blue)};
@@ -55,10 +65,10 @@ std::optional<std::vector<std::byte>> makeRGBProfile(const Chromaticities& chrom
         Profile(cmsCreateRGBProfileTHR(handle(context), &white, &primaries, curves.data())));
 }
 
-std::optional<std::vector<std::byte>> makeGreyProfile(double exponent) {
+std::optional<std::vector<std::byte>> makeGreyProfile(const ToneCurve& toneCurve) {
     const Context context = makeContext();
     if (!context) return std::nullopt;
-    const Curve curve(cmsBuildGamma(handle(context), exponent));
+    const Curve curve = made(context, toneCurve);
     if (!curve) return std::nullopt;
     return saved(Profile(cmsCreateGrayProfileTHR(handle(context), cmsD50_xyY(), curve.get())));
 }

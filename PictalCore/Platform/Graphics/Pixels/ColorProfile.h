@@ -1,5 +1,7 @@
 #pragma once
 
+#include "PictalCore/Platform/Graphics/Pixels/ToneCurve.h"
+
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -24,11 +26,10 @@ struct Chromaticities {
     Chromaticity blue{0.15, 0.06};
 };
 
-/// @param exponent  what a component is raised to; none: the curve of sRGB
 /// @return the same bytes for the same numbers; nothing for primaries that span no colours
 [[nodiscard]] std::optional<std::vector<std::byte>> makeRGBProfile(
-    const Chromaticities& chromaticities, std::optional<double> exponent);
-[[nodiscard]] std::optional<std::vector<std::byte>> makeGreyProfile(double exponent);
+    const Chromaticities& chromaticities, const ToneCurve& curve = {});
+[[nodiscard]] std::optional<std::vector<std::byte>> makeGreyProfile(const ToneCurve& curve);
 
 /// Red, green and blue, 65535 the brightest.
 using WideRGB = std::array<std::uint16_t, 3>;

@@ -4,28 +4,29 @@ namespace pictal::detail {
 
 using namespace colorManagement;
 
-ProfileConversion::ProfileConversion(std::span<const std::byte> profile)
-    : bytes_(profile.begin(), profile.end()),
-      context_(makeContext()),
-      pixels_(transformToSRGB(Format::rgba8)) {}
+ProfileConversion::ProfileConversion(Bytes from, Bytes to)
+    : from_(from.begin(), from.end()), to_(to.begin(), to.end()), context_(makeContext()) {}
 
-std::shared_ptr<const ProfileConversion> ProfileConversion::make(
-    std::span<const std::byte> profile) {
-    std::shared_ptr<const ProfileConversion> made(new ProfileConversion(profile));
-    return made->pixels_ ? made : nullptr;
+std::shared_ptr<const ProfileConversion> ProfileConversion::make(Bytes from, Bytes to) {
+    std::shared_ptr<const ProfileConversion> made(new ProfileConversion(from, to));
+    return made->transform(Format::rgba8) ? made : nullptr;
 }
 
-Transform ProfileConversion::transformToSRGB(Format format) const {
-    return makeTransform(context_, openProfile(context_, bytes_), format, makeSRGBProfile(context_),
-                         format);
+std::shared_ptr<const ProfileConversion> ProfileConversion::ofSoundProfile(Bytes profile) {
+    return std::shared_ptr<const ProfileConversion>(new ProfileConversion(profile, {}));
 }
 
-std::optional<ColorComponents> ProfileConversion::toSRGB(const ColorComponents& color) const {
-    std::call_once(colorsOnce_, [this] { colors_ = transformToSRGB(Format::rgbDouble); });
-    if (!colors_) return std::nullopt;
-    ColorComponents converted{};
-    convert(colors_, color.data(), converted.data(), 1);
-    return converted;
+const Transform& ProfileConversion::transform(Format format) const {
+    static_assert(static_cast<std::size_t>(Format::rgba8) == 0 &&
+                  static_cast<std::size_t>(Format::rgbDouble) == 2);
+    Made& made = made_[static_cast<std::size_t>(format)];
+    const auto open = [this](Bytes bytes) {
+        return bytes.empty() ? makeSRGBProfile(context_) : openProfile(context_, bytes);
+    };
+    std::call_once(made.once, [&] {
+        made.transform = makeTransform(context_, open(from_), format, open(to_), format);
+    });
+    return made.transform;
 }
 
 }  // namespace pictal::detail

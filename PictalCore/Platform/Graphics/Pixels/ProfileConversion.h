@@ -4,42 +4,45 @@
 
 #include <array>
 #include <cstddef>
-#include <cstdint>
 #include <memory>
 #include <mutex>
-#include <optional>
 #include <span>
 #include <vector>
 
 namespace pictal::detail {
 
-/// Red, green and blue, 0…1 and beyond; not premultiplied.
-using ColorComponents = std::array<double, 3>;
-
-/// An RGB profile and its conversions to sRGB. Making them is what shows whether the profile is
-/// usable, and takes milliseconds, so a colour space keeps them.
+/// The way from one RGB profile to another, relative colorimetric. What converts is made when it is
+/// first asked for and kept, since making it takes up to milliseconds.
 class ProfileConversion {
   public:
-    /// @return null for bytes that are no RGB profile which colours can be converted from
-    [[nodiscard]] static std::shared_ptr<const ProfileConversion> make(
-        std::span<const std::byte> profile);
+    using Bytes = std::span<const std::byte>;
 
-    [[nodiscard]] std::span<const std::byte> bytes() const { return bytes_; }
-    /// Whole pictures: straight RGBA words.
-    [[nodiscard]] const colorManagement::Transform& pixelsToSRGB() const { return pixels_; }
-    /// One colour, in double precision. What sRGB does not hold comes out below 0 or above 1.
-    /// @return nothing when there is no memory for the conversion, which is made by the first call
-    [[nodiscard]] std::optional<ColorComponents> toSRGB(const ColorComponents& color) const;
+    /// @param to  a profile too; empty: sRGB
+    /// @return null for bytes that are no RGB profiles between which whole pictures can go: trying
+    ///         that is what shows whether a profile is usable
+    [[nodiscard]] static std::shared_ptr<const ProfileConversion> make(Bytes from, Bytes to = {});
+    /// To sRGB from a profile that is known to be sound.
+    [[nodiscard]] static std::shared_ptr<const ProfileConversion> ofSoundProfile(Bytes profile);
+
+    /// The profile that it converts from.
+    [[nodiscard]] Bytes bytes() const { return from_; }
+    /// For components stored like this: `rgba8` of opaque pixels, `rgbFloat` and `rgbDouble`, which
+    /// are not cut to 0…1.
+    /// @return null when there is no memory
+    [[nodiscard]] const colorManagement::Transform& transform(colorManagement::Format format) const;
 
   private:
-    explicit ProfileConversion(std::span<const std::byte> profile);
-    [[nodiscard]] colorManagement::Transform transformToSRGB(colorManagement::Format format) const;
+    ProfileConversion(Bytes from, Bytes to);
 
-    std::vector<std::byte> bytes_;
+    struct Made {
+        std::once_flag once;
+        colorManagement::Transform transform;
+    };
+
+    std::vector<std::byte> from_;
+    std::vector<std::byte> to_;
     colorManagement::Context context_;
-    colorManagement::Transform pixels_;
-    mutable std::once_flag colorsOnce_;
-    mutable colorManagement::Transform colors_;
+    mutable std::array<Made, 3> made_;
 };
 
 }  // namespace pictal::detail

@@ -1,6 +1,7 @@
 #include "PictalCore/Platform/ImageIO/detail/PNGColor.h"
 
 #include "PictalCore/Platform/ImageIO/detail/BigEndian.h"
+#include "PictalCore/Platform/ImageIO/detail/CodingPoints.h"
 #include "PictalCore/Platform/ImageIO/detail/ZlibStream.h"
 
 #include <algorithm>
@@ -38,20 +39,61 @@ std::vector<std::byte> inflatedProfile(PNGFile::Bytes chunk) {
     return {};
 }
 
-bool useProfile(const PNGFile& file, PNGColor& color) {
-    if (file.profile.empty()) return false;
-    std::vector<std::byte> profile = inflatedProfile(file.profile);
+/// Takes a profile for the file's colours.
+/// @return false for one that is damaged or of another kind of colours
+bool take(std::vector<std::byte> profile, const PNGFile& file, PNGColor& color) {
     if (profile.empty()) return false;
     if (isGrey(file)) {
         if (!greyLevelsInSRGB(profile, 2)) return false;
         color.space = CGColorSpace::sRGB();
         color.greyProfile = std::move(profile);
-    } else {
-        auto space = CGColorSpace::fromICCProfile(profile);
-        if (!space) return false;
-        color.space = *std::move(space);
+        return true;
+    }
+    auto space = CGColorSpace::fromICCProfile(profile);
+    if (!space) return false;
+    color.space = *std::move(space);
+    return true;
+}
+
+void noteUnused(PNGColor& color, std::string_view what) {
+    color.unused += color.unused.empty() ? "" : ", ";
+    color.unused += what;
+}
+
+bool useProfile(const PNGFile& file, PNGColor& color) {
+    if (file.profile.empty()) return false;
+    if (!take(inflatedProfile(file.profile), file, color)) {
+        noteUnused(color, "a damaged ICC profile");
+        return false;
     }
     color.source = PNGColor::Source::profile;
+    return true;
+}
+
+bool useCodingPoints(const PNGFile& file, PNGColor& color) {
+    if (file.codingPoints.empty()) return false;
+    if (file.codingPoints.size() != 4) {
+        noteUnused(color, "a damaged cICP");
+        return false;
+    }
+    const CodingPoints points(file.codingPoints);
+    const auto chromaticities = points.chromaticities();
+    const auto curve = points.curve();
+    if (!chromaticities || !curve || points.matrix != 0 || points.fullRange != 1) {
+        noteUnused(color, points.nameOfUnused());
+        return false;
+    }
+    const bool standardCurve = curve->kind == ToneCurve::Kind::standardRGB;
+    if (standardCurve && (points.primaries == 1 || isGrey(file))) {
+        color.space = CGColorSpace::sRGB();
+    } else if (standardCurve && points.primaries == 12) {
+        color.space = CGColorSpace::displayP3();
+    } else {
+        auto profile =
+            isGrey(file) ? makeGreyProfile(*curve) : makeRGBProfile(*chromaticities, *curve);
+        if (!profile || !take(*std::move(profile), file, color)) return false;
+    }
+    color.source = PNGColor::Source::codingPoints;
     return true;
 }
 
@@ -89,20 +131,14 @@ void useMeasurements(const PNGFile& file, PNGColor& color) {
     // 1 / 2.2 within one in a hundred is how files say sRGB.
     const bool standardCurve = gamma == 0 || (gamma >= 45'000 && gamma <= 45'910);
     const bool standardColors = !chromaticities || areStandard(*chromaticities);
-    const double exponent = gamma == 0 ? 0 : 1e5 / gamma;
+    const ToneCurve curve = gamma == 0 ? ToneCurve{} : ToneCurve::power(1e5 / gamma);
     if (standardCurve && standardColors) {
         color.space = CGColorSpace::sRGB();
-    } else if (isGrey(file)) {
-        auto profile = makeGreyProfile(exponent);
-        if (!profile) return;
-        color.space = CGColorSpace::sRGB();
-        color.greyProfile = *std::move(profile);
     } else {
-        const auto profile = makeRGBProfile(chromaticities.value_or(Chromaticities{}),
-                                            gamma == 0 ? std::nullopt : std::optional(exponent));
-        const auto space = profile ? CGColorSpace::fromICCProfile(*profile) : std::nullopt;
-        if (!space) return;
-        color.space = *space;
+        auto profile = isGrey(file)
+                           ? makeGreyProfile(curve)
+                           : makeRGBProfile(chromaticities.value_or(Chromaticities{}), curve);
+        if (!profile || !take(*std::move(profile), file, color)) return;
     }
     color.source = PNGColor::Source::measurements;
 }
@@ -125,7 +161,7 @@ std::string measurementsDescription(const PNGFile& file) {
 
 PNGColor PNGColor::of(const PNGFile& file) {
     PNGColor color;
-    if (useProfile(file, color)) return color;
+    if (useCodingPoints(file, color) || useProfile(file, color)) return color;
     if (file.standardRGB.size() == 1) {
         color.space = CGColorSpace::sRGB();
         color.source = Source::standardRGB;
@@ -139,6 +175,11 @@ std::string PNGColor::description(const PNGFile& file) const {
     switch (source) {
         case Source::nothing:
             break;
+        case Source::codingPoints: {
+            const CodingPoints points(file.codingPoints);
+            return "cICP " + std::to_string(points.primaries) + "-" +
+                   std::to_string(points.transfer);
+        }
         case Source::profile:
             return profileDescription(greyProfile.empty() ? space.iccProfile() : greyProfile);
         case Source::standardRGB:

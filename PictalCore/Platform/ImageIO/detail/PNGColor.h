@@ -13,8 +13,10 @@ struct PNGColor {
     /// A grey file's profile, through which its levels go to sRGB; empty: red = green = blue.
     std::vector<std::byte> greyProfile;
     /// Which chunk says it.
-    enum class Source { nothing, profile, standardRGB, measurements };
+    enum class Source { nothing, codingPoints, profile, standardRGB, measurements };
     Source source = Source::nothing;
+    /// As `PNG::Info::unusedColor`.
+    std::string unused;
 
     [[nodiscard]] static PNGColor of(const PNGFile& file);
     /// As `PNG::Info::colorSpace`, of the same file.

@@ -110,6 +110,7 @@ std::expected<PNGHeader, ReadError> parseHeader(const Chunk& chunk) {
 PNGFile::Bytes* placeOf(PNGFile& file, std::string_view type) {
     if (type == "PLTE") return &file.palette;
     if (type == "tRNS") return &file.transparency;
+    if (type == "cICP") return &file.codingPoints;
     if (type == "iCCP") return &file.profile;
     if (type == "sRGB") return &file.standardRGB;
     if (type == "gAMA") return &file.gamma;

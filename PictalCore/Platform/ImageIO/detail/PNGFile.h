@@ -44,7 +44,7 @@ struct PNGFile {
 
     PNGHeader header;
     /// The first chunk of each kind that stands before the pixels; empty where there is none.
-    Bytes palette, transparency, profile, standardRGB, gamma, chromaticities;
+    Bytes palette, transparency, codingPoints, profile, standardRGB, gamma, chromaticities;
     std::vector<Bytes> imageData;
     /// Whether nothing is there but chunks that the standard knows, the pixels in one run of them.
     bool hasPlainLayout = true;

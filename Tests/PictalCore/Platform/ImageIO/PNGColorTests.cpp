@@ -22,8 +22,8 @@ Bytes profileChunk(const Bytes& profile) {
     return data;
 }
 
-const Bytes linearRGB = bytesOf(*detail::makeRGBProfile({}, 1.0));
-const Bytes linearGrey = bytesOf(*detail::makeGreyProfile(1.0));
+const Bytes linearRGB = bytesOf(*detail::makeRGBProfile({}, detail::ToneCurve::power(1)));
+const Bytes linearGrey = bytesOf(*detail::makeGreyProfile(detail::ToneCurve::power(1)));
 const Bytes gammaOne = PNGBuilder::numbers({100'000});
 
 enum class Space { device, standard, profile };
@@ -96,6 +96,50 @@ TEST(PNGColor, ChunksSayWhatTheNumbersMean) {
     // 188 × 0.5 = 94.2 (0x80 / 255 = 0.502, 187.83 × 0.502 = 94.28)
     expectColor("grey alpha, gamma 1", 4, {{"gAMA", gammaOne}}, {128, 128}, standard, 0x805E5E5E,
                 "gamma 1.0000");
+}
+
+TEST(PNGColor, CodingPointsComeBeforeEverythingElse) {
+    using enum Space;
+    const Bytes half{128, 128, 128};
+    const Chunks others{{"iCCP", profileChunk(linearRGB)}, {"sRGB", {0}}};
+    const auto check = [&](const char* name, const Bytes& points, int colorType, const Bytes& pixel,
+                           Space space, std::uint32_t inSRGB, const char* description) {
+        Chunks chunks{{"cICP", points}};
+        chunks.insert(chunks.end(), others.begin(), others.end());
+        expectColor(name, colorType, chunks, pixel, space, inSRGB, description);
+    };
+    check("sRGB", {1, 13, 0, 1}, 2, half, standard, 0xFF808080, "cICP 1-13");
+    check("Display P3", {12, 13, 0, 1}, 2, {200, 100, 50}, profile, 0xFF1F5DD7, "cICP 12-13");
+    // By the matrices that CSS Color 4 publishes: 166.66, 115.64, 108.02.
+    check("BT.2020's colours", {9, 13, 0, 1}, 2, {150, 120, 110}, profile, 0xFF6C74A7, "cICP 9-13");
+    check("light itself", {1, 8, 0, 1}, 2, half, profile, 0xFFBCBCBC, "cICP 1-8");
+    // ((0.50196 + 0.099) / 1.099) ^ (1 / 0.45) = 0.2615, which is 139.8 in sRGB.
+    for (const std::uint8_t transfer : Bytes{1, 6, 14, 15})
+        check("a camera's curve", {1, transfer, 0, 1}, 2, half, profile, 0xFF8C8C8C,
+              ("cICP 1-" + std::to_string(transfer)).c_str());
+    expectColor("grey of P3", 0, {{"cICP", {12, 13, 0, 1}}}, {128}, standard, 0xFF808080,
+                "cICP 12-13");
+    expectColor("grey light", 0, {{"cICP", {1, 8, 0, 1}}}, {128}, standard, 0xFFBCBCBC, "cICP 1-8");
+}
+
+TEST(PNGColor, SaysWhatCouldNotBeUsed) {
+    const auto check = [](const Chunks& chunks, const char* want) {
+        PNGBuilder file(1, 1, 2, 8);
+        for (const auto& [type, data] : chunks)
+            file.chunk(type, data);
+        const auto bytes = file.rows({0, 128, 128, 128}).build();
+        EXPECT_EQ(PNG::readInfo(bytes)->unusedColor, want);
+        EXPECT_EQ(PNG::read(bytes)->row(0)[0], 0xFF808080) << want << ": the numbers stay";
+    };
+    check({}, "");
+    check({{"cICP", {1, 13, 0, 1}}, {"iCCP", {'x'}}}, "");  // not even looked at
+    check({{"iCCP", profileChunk({1, 2, 3})}}, "a damaged ICC profile");
+    check({{"cICP", {9, 16, 0, 1}}}, "cICP with PQ");
+    check({{"cICP", {9, 18, 0, 1}}, {"iCCP", {'x', 0}}}, "cICP with HLG, a damaged ICC profile");
+    check({{"cICP", {2, 13, 0, 1}}}, "an unknown cICP");
+    check({{"cICP", {1, 13, 1, 1}}}, "an unknown cICP");
+    check({{"cICP", {1, 13, 0, 0}}}, "an unknown cICP");
+    check({{"cICP", {1, 13, 0}}}, "a damaged cICP");
 }
 
 TEST(PNGColor, WhatStandsBehindThePixelsSaysNothing) {

@@ -15,7 +15,7 @@ using namespace kernels;
 /// A wide space: the primaries of P3 with the white and the curve of sRGB.
 CGColorSpace wideSpace() {
     const auto profile = detail::makeRGBProfile(
-        {.red = {0.680, 0.320}, .green = {0.265, 0.690}, .blue = {0.150, 0.060}}, std::nullopt);
+        {.red = {0.680, 0.320}, .green = {0.265, 0.690}, .blue = {0.150, 0.060}});
     return CGColorSpace::fromICCProfile(profile.value()).value();
 }
 
@@ -48,12 +48,12 @@ TEST(ColorConversion, CarriesAWideSpaceToSRGB) {
         conversion->convert({&pixel, 1}, {&have, 1});
         const std::array color{redOf(pixel) / 255.0, greenOf(pixel) / 255.0, blueOf(pixel) / 255.0};
         const auto want = toSRGB(color);
-        const auto one = detail::ColorConversion::colorInSRGB(color, wideSpace()).value();
+        const auto one =
+            detail::ColorConversion::convert(color, wideSpace(), CGColorSpace::sRGB()).value();
         for (std::size_t i = 0; i < 3; ++i) {
             EXPECT_NEAR(have >> 8 * i & 255, 255 * std::clamp(want[i], 0.0, 1.0), 1.5)
                 << pixelText(pixel) << i;
-            // Profiles have their primaries in 1/65536, and the curve is as steep as 12.92.
-            EXPECT_NEAR(one[i], want[i], 3 * 12.92 / 131072) << pixelText(pixel) << i;
+            EXPECT_NEAR(one[i], std::clamp(want[i], 0.0, 1.0), 1e-5) << pixelText(pixel) << i;
         }
         EXPECT_EQ(alphaOf(have), 255U);
     }
@@ -61,9 +61,10 @@ TEST(ColorConversion, CarriesAWideSpaceToSRGB) {
 
 TEST(ColorConversion, IsRelativeToTheWhiteOfTheSpace) {
     // By a warm white, tungsten light, white is still white, and grey is grey.
-    const auto warm = CGColorSpace::fromICCProfile(
-        detail::makeRGBProfile({.white = {0.4476, 0.4074}}, std::nullopt).value());
-    const auto one = detail::ColorConversion::colorInSRGB({1, 1, 1}, warm.value()).value();
+    const auto warm =
+        CGColorSpace::fromICCProfile(detail::makeRGBProfile({.white = {0.4476, 0.4074}}).value());
+    const auto one =
+        detail::ColorConversion::convert({1, 1, 1}, warm.value(), CGColorSpace::sRGB()).value();
     std::array pixels{pixelOf(255, 255, 255, 255), pixelOf(100, 100, 100, 255)};
     const auto before = pixels;
     detail::ColorConversion::make(*warm, CGColorSpace::sRGB())->convert(pixels, pixels);
@@ -82,7 +83,51 @@ TEST(ColorConversion, GoesToASpaceAndBack) {
     EXPECT_GT(levelsBetween(there, pixel), 10);
     EXPECT_LE(levelsBetween(back, pixel), 2) << pixelText(back);
     const detail::ColorComponents color{-0.25, 0.5, 2};
-    EXPECT_EQ(detail::ColorConversion::colorInSRGB(color, CGColorSpace::deviceRGB()), color);
+    EXPECT_EQ(detail::ColorConversion::convert(color, sRGB, CGColorSpace::deviceRGB()), color);
+}
+
+TEST(ColorConversion, CarriesOneColourOfAProfilePastSRGB) {
+    // P3's primaries with a plain curve: in Display P3 each component is a colour of its own.
+    const auto plain = CGColorSpace::fromICCProfile(
+        detail::makeRGBProfile(detail::displayP3.chromaticities, detail::ToneCurve::power(1.8))
+            .value());
+    for (const detail::ColorComponents& color :
+         {detail::ColorComponents{0, 1, 0}, {1, 0, 0.5}, {0.02, 0.9, 0.3}, {0.6, 0.6, 0.6}}) {
+        const auto have =
+            detail::ColorConversion::convert(color, *plain, CGColorSpace::displayP3()).value();
+        for (std::size_t i = 0; i < 3; ++i) {
+            const double light = std::pow(color[i], 1.8);
+            const double want =
+                light <= 0.0031308 ? 12.92 * light : 1.055 * std::pow(light, 1 / 2.4) - 0.055;
+            // Profiles have their primaries in 1/65536, and the curve is as steep as 12.92.
+            EXPECT_NEAR(have[i], want, 3 * 12.92 / 131072) << color[0] << ", component " << i;
+        }
+    }
+    EXPECT_FALSE(detail::ColorConversion::convert({}, CGColorSpace::sRGB(), *plain));
+}
+
+TEST(ColorConversion, TranslucentPixelsAreRightToALevelToo) {
+    std::vector<std::uint32_t> pixels;
+    for (std::uint32_t alpha = 1; alpha < 255; alpha += 3)
+        for (std::uint32_t level = 0; level <= alpha; level += 1 + alpha / 7)
+            pixels.push_back(pixelOf(level, alpha, alpha - level, alpha));
+    std::vector<std::uint32_t> have(pixels.size());
+    detail::ColorConversion::make(wideSpace(), CGColorSpace::sRGB())->convert(pixels, have);
+    for (std::size_t i = 0; i < pixels.size(); ++i) {
+        const double alpha = alphaOf(pixels[i]);
+        const auto want = toSRGB(
+            {redOf(pixels[i]) / alpha, greenOf(pixels[i]) / alpha, blueOf(pixels[i]) / alpha});
+        for (std::size_t c = 0; c < 3; ++c)
+            EXPECT_NEAR(have[i] >> 8 * c & 255, alpha * std::clamp(want[c], 0.0, 1.0), 0.51)
+                << pixelText(pixels[i]);
+        EXPECT_EQ(alphaOf(have[i]), alpha);
+    }
+}
+
+TEST(CGColorSpace, NamedSpacesAreReadBackAsThemselves) {
+    for (const auto& space : {CGColorSpace::displayP3(), CGColorSpace::adobeRGB1998()})
+        EXPECT_EQ(CGColorSpace::fromICCProfile(space.iccProfile()), space);
+    EXPECT_FALSE(CGColorSpace::displayP3() == CGColorSpace::adobeRGB1998());
 }
 
 TEST(ColorConversion, LeavesTheSameNumbersAlone) {
@@ -94,7 +139,8 @@ TEST(ColorConversion, LeavesTheSameNumbersAlone) {
     EXPECT_FALSE(CGColorSpace::sRGB() == CGColorSpace::deviceRGB());
     const std::array<std::byte, 200> rubbish{};
     EXPECT_FALSE(CGColorSpace::fromICCProfile(rubbish));
-    EXPECT_FALSE(CGColorSpace::fromICCProfile(detail::makeGreyProfile(2.2).value()))
+    EXPECT_FALSE(CGColorSpace::fromICCProfile(
+        detail::makeGreyProfile(detail::ToneCurve::power(2.2)).value()))
         << "grey is no space for pixels of three components";
 }
 
