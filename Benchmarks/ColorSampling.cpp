@@ -26,8 +26,8 @@ void sample(benchmark::State& state, const CGImage& image, ColorEncoding encodin
 }
 
 const bool registered = [] {
-    const auto fromFile = CGColorSpace::fromICCProfile(
-        *detail::makeRGBProfile({}, detail::ToneCurve::power(1.8)));
+    const auto fromFile =
+        CGColorSpace::fromICCProfile(*detail::makeRGBProfile({}, detail::ToneCurve::power(1.8)));
     const auto p3 = CGColorSpace::displayP3();
     struct Case {
         const char* name;
@@ -35,9 +35,10 @@ const bool registered = [] {
         std::int64_t height;
         CGColorSpace space;
     };
-    for (const auto& [name, width, height, space] :
-         {Case{"1x1", 1, 1, p3}, {"3840x2160", 3840, 2160, p3}, {"100x100000", 100, 100'000, p3},
-          {"profile of a file", 1, 1, *fromFile}})
+    for (const auto& [name, width, height, space] : {Case{"1x1", 1, 1, p3},
+                                                     {"3840x2160", 3840, 2160, p3},
+                                                     {"100x100000", 100, 100'000, p3},
+                                                     {"profile of a file", 1, 1, *fromFile}})
         benchmark::RegisterBenchmark(
             (std::string("ColorSample/") + name).c_str(),
             [image = picture(width, height, space)](benchmark::State& state) {

@@ -1,44 +1,22 @@
 #include "PictalCore/Color/ColorSample.h"
-#include "PictalCore/Platform/Foundation/Coding/JSONCoding.h"
+#include "PictalCore/Platform/Foundation/Coding/JSONFields.h"
 
 namespace pictal {
 
 namespace detail {
 
 template <>
-struct JSONCodec<RGBColor> {
-    static JSONValue encode(const RGBColor& color) {
-        return JSONObject()
-            .set("red", color.red)
-            .set("green", color.green)
-            .set("blue", color.blue)
-            .set("alpha", color.alpha);
-    }
-    static RGBColor decode(const JSONDecoder& decoder) {
-        RGBColor color;
-        color.red = decoder.require<double>("red");
-        color.green = decoder.require<double>("green");
-        color.blue = decoder.require<double>("blue");
-        color.alpha = decoder.require<double>("alpha");
-        return color;
-    }
+struct JSONFields<RGBColor> {
+    static constexpr std::tuple list{field("red", &RGBColor::red), field("green", &RGBColor::green),
+                                     field("blue", &RGBColor::blue),
+                                     field("alpha", &RGBColor::alpha)};
 };
 
 template <>
-struct JSONCodec<ColorSample> {
-    static JSONValue encode(const ColorSample& sample) {
-        return JSONObject()
-            .set("color", sample.color)
-            .set("encoding", sample.encoding)
-            .set("nearestName", sample.nearestName);
-    }
-    static ColorSample decode(const JSONDecoder& decoder) {
-        ColorSample sample;
-        sample.color = decoder.require<RGBColor>("color");
-        sample.encoding = decoder.require<ColorEncoding>("encoding");
-        sample.nearestName = decoder.require<std::string>("nearestName");
-        return sample;
-    }
+struct JSONFields<ColorSample> {
+    static constexpr std::tuple list{field("color", &ColorSample::color),
+                                     field("encoding", &ColorSample::encoding),
+                                     field("nearestName", &ColorSample::nearestName)};
 };
 
 }  // namespace detail
