@@ -46,14 +46,23 @@ void fill(std::span<std::uint32_t> row, std::int64_t from, std::int64_t to, std:
 
 }  // namespace
 
+bool TransparentImageRenderer::isWithinLimits(const CGImage& image,
+                                              const ScreenshotStyle& style) const {
+    if (style.cardEffect != ScreenshotCardEffect::presentation) return true;
+    const CGFloat padding = detail::shadowPadding(style.shadow);
+    if (!(padding <= static_cast<CGFloat>(detail::maximumSide))) return false;
+    const auto margins = 2 * static_cast<std::int64_t>(padding);
+    return image.width() > 0 &&
+           detail::PixelBuffer::isWithinLimits(image.width() + margins, image.height() + margins);
+}
+
 std::expected<CGImage, TransparentImageRendererError> TransparentImageRenderer::render(
     const CGImage& image, const ScreenshotStyle& style) const {
     using enum TransparentImageRendererError;
     if (style.cardEffect != ScreenshotCardEffect::presentation) return image;
 
+    if (!isWithinLimits(image, style)) return std::unexpected(cannotCreateContext);
     const CGFloat padding = detail::shadowPadding(style.shadow);
-    if (image.width() == 0 || !(padding <= static_cast<CGFloat>(detail::maximumSide)))
-        return std::unexpected(cannotCreateContext);
     const CGFloat largestRadius = static_cast<CGFloat>(std::min(image.width(), image.height())) / 2;
     const detail::CardOutline outline{
         image.width(), image.height(), static_cast<std::int64_t>(padding),

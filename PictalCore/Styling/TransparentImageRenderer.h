@@ -36,6 +36,10 @@ struct PICTAL_API TransparentImageRenderer {
     [[nodiscard]] std::expected<CGImage, TransparentImageRendererError> render(
         const CGImage& image, const ScreenshotStyle& style) const;
 
+    /// Whether the result is no larger than a picture may be. A render that fails all the same,
+    /// with `cannotCreateContext`, lacked the memory.
+    [[nodiscard]] bool isWithinLimits(const CGImage& image, const ScreenshotStyle& style) const;
+
     /// @return the bytes of a PNG that decodes to the same pixels, with the image's colour space
     [[nodiscard]] std::expected<std::vector<std::byte>, TransparentImageRendererError> pngData(
         const CGImage& image) const;

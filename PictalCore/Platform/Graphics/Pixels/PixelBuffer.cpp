@@ -44,15 +44,25 @@ void* mapAligned(std::size_t bytes) {
     return start + head;
 }
 
+/// Of a width that is positive and within the limits.
+std::size_t rowBytesFor(std::int64_t width) {
+    const std::size_t tight = static_cast<std::size_t>(width) * 4;
+    return tight < alignFrom ? tight : roundedUp(tight, rowAlignment);
+}
+
 }  // namespace
+
+bool PixelBuffer::isWithinLimits(std::int64_t width, std::int64_t height) {
+    if (width < 1 || height < 1 || width > maximumSide || height > maximumSide) return false;
+    return rowBytesFor(width) * static_cast<std::size_t>(height) <=
+           static_cast<std::size_t>(maximumPixelBytes);
+}
 
 std::optional<PixelBuffer> PixelBuffer::make(std::int64_t width, std::int64_t height,
                                              Contents contents) {
-    if (width < 1 || height < 1 || width > maximumSide || height > maximumSide) return std::nullopt;
-    const std::size_t tight = static_cast<std::size_t>(width) * 4;
-    const std::size_t rowBytes = tight < alignFrom ? tight : roundedUp(tight, rowAlignment);
+    if (!isWithinLimits(width, height)) return std::nullopt;
+    const std::size_t rowBytes = rowBytesFor(width);
     const std::size_t bytes = rowBytes * static_cast<std::size_t>(height);
-    if (bytes > static_cast<std::size_t>(maximumPixelBytes)) return std::nullopt;
 
     PixelBuffer buffer(width, height, static_cast<std::int64_t>(rowBytes / 4));
     if (bytes >= mapFrom) {

@@ -27,6 +27,9 @@ class PixelBuffer {
     [[nodiscard]] static std::optional<PixelBuffer> make(std::int64_t width, std::int64_t height,
                                                          Contents);
 
+    /// Whether `make` fails for such a size only where the memory is missing.
+    [[nodiscard]] static bool isWithinLimits(std::int64_t width, std::int64_t height);
+
     PixelBuffer() = default;
     PixelBuffer(PixelBuffer&& other) noexcept;
     PixelBuffer& operator=(PixelBuffer&& other) noexcept;
