@@ -46,7 +46,7 @@ std::optional<CGPoint> takePoint(std::string_view& text) {
 }
 
 std::unexpected<Failure> notUnderstood(std::string_view text, std::string_view wanted) {
-    return badInput(fmt::format("\"{}\" is not {}", text, wanted));
+    return badInput(fmt::format("{} is not {}", inQuotes(text), wanted));
 }
 
 }  // namespace
@@ -62,7 +62,7 @@ std::expected<std::int64_t, Failure> parseWholeNumber(std::string_view text) {
     std::int64_t number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
     if (error == std::errc::result_out_of_range)
-        return badInput(fmt::format("\"{}\" does not fit 64 bits", text));
+        return badInput(fmt::format("{} does not fit 64 bits", inQuotes(text)));
     if (error != std::errc() || end != text.data() + text.size())
         return notUnderstood(text, "a whole number");
     return number;
@@ -87,6 +87,39 @@ std::expected<std::vector<CGPoint>, Failure> parsePoints(std::string_view text) 
         points.push_back(*point);
     }
     return points;
+}
+
+CLI::Validator wholeNumber(std::int64_t least, std::int64_t most) {
+    const std::string range = most == INT64_MAX ? fmt::format("from {} up", least)
+                                                : fmt::format("from {} to {}", least, most);
+    // The parser alone would read 010 as 8 and 0x10 as 16.
+    const auto toDecimal = [=](std::string& text) -> std::string {
+        const auto number = parseWholeNumber(text);
+        if (!number || *number < least || *number > most)
+            return fmt::format("{} is not a whole number {}", inQuotes(text), range);
+        text = std::to_string(*number);
+        return {};
+    };
+    return CLI::Validator(toDecimal, "");
+}
+
+void addMaximumBytes(CLI::App& command, std::int64_t& maximum) {
+    command.add_option("--max-bytes", maximum, "Refuse a larger input than this")
+        ->transform(wholeNumber(1))
+        ->type_name("COUNT")
+        ->capture_default_str();
+}
+
+std::expected<InputFile, Failure> openInput(const std::string& path, std::int64_t maximumBytes) {
+    return InputFile::open(path, static_cast<std::uint64_t>(maximumBytes),
+                           "; --max-bytes raises the limit");
+}
+
+CLI::Validator nameOf(std::string_view what) {
+    const auto check = [=](std::string& text) {
+        return text.empty() ? fmt::format("needs the name of a {}", what) : std::string();
+    };
+    return CLI::Validator(check, "");
 }
 
 }  // namespace pictal::program

@@ -3,15 +3,17 @@
 #include "PictalCore/Platform/Foundation/CGGeometry.h"
 #include "PictalCore/Platform/Foundation/JSON.h"
 #include "PictalCore/Platform/Foundation/RawValue.h"
-#include "PictalCore/Styling/RGBAColor.h"
+#include "pictal/InputFile.h"
 #include "pictal/InputOutput.h"
-#include "pictal/Program.h"
+#include "pictal/Messages.h"
 
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
+
+#include <CLI/CLI.hpp>
 
 /// Values as people type them. All of the text has to be understood; what is not is an error that
 /// quotes it.
@@ -29,9 +31,11 @@ namespace pictal::program {
 /// Points apart by white space: "10,20 30,40.5".
 [[nodiscard]] std::expected<std::vector<CGPoint>, Failure> parsePoints(std::string_view text);
 
-/// As CSS writes colours: "#f80", "#ff880080", "rgb(255 136 0 / 50%)", "hsl(32, 100%, 50%)",
-/// "rebeccapurple", "transparent".
-[[nodiscard]] std::expected<RGBAColor, Failure> parseColor(std::string_view text);
+/// For an option that takes a whole number of such a size, in decimal digits.
+[[nodiscard]] CLI::Validator wholeNumber(std::int64_t least, std::int64_t most = INT64_MAX);
+
+/// For an option that takes the name of a file or folder: an empty one is none.
+[[nodiscard]] CLI::Validator nameOf(std::string_view what);
 
 /// For an option that takes a case of an enumeration by its raw value.
 template <RawRepresentable E>
@@ -42,12 +46,18 @@ template <RawRepresentable E>
     // The parser's own transformer would take the numbers of the cases as well.
     const auto toNumber = [names](std::string& text) {
         const std::optional<E> value = fromRawValue<E>(text);
-        if (!value) return "\"" + text + "\" is none of " + names;
+        if (!value) return inQuotes(text) + " is none of " + names;
         text = std::to_string(static_cast<int>(*value));
         return std::string();
     };
     return CLI::Validator(toNumber, "{" + names + "}");
 }
+
+/// Adds --max-bytes, which limits an input.
+void addMaximumBytes(CLI::App& command, std::int64_t& maximum);
+/// Opens one under that limit; the refusal names the option.
+[[nodiscard]] std::expected<InputFile, Failure> openInput(const std::string& path,
+                                                          std::int64_t maximumBytes);
 
 /// Reads a value of the library from a JSON file; - is standard input.
 template <class T>
@@ -55,9 +65,7 @@ template <class T>
     const auto text = readTextInput(path);
     if (!text) return std::unexpected(text.error());
     auto value = decodeJSON<T>(*text);
-    if (!value)
-        return badInput((path == "-" ? "standard input" : path) + ": " +
-                        value.error().description());
+    if (!value) return badInput(inputName(path) + ": " + value.error().description());
     return *std::move(value);
 }
 

@@ -1,3 +1,5 @@
+#include "pictal/Color.h"
+
 #include "PictalCore/Platform/Foundation/Unicode.h"
 #include "pictal/Arguments.h"
 
@@ -254,8 +256,8 @@ std::expected<RGBAColor, Failure> parseColor(std::string_view text) {
     const auto color = cssColor(Unicode::lowercased(Unicode::trimmingWhiteSpace(text)));
     if (color) return *color;
     return badInput(fmt::format(
-        "\"{}\" is not a colour; write it as CSS does: #ff8800, rgb(255 136 0 / 50%), orange",
-        text));
+        "{} is not a colour; write it as CSS does: #ff8800, rgb(255 136 0 / 50%), orange",
+        inQuotes(text)));
 }
 
 }  // namespace pictal::program

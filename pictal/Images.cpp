@@ -10,26 +10,43 @@ namespace pictal::program {
 void ImageInput::addTo(CLI::App& command) {
     command.add_option("IN", path, "The picture, a PNG file; - is standard input")
         ->required()
+        ->transform(nameOf("file"))
         ->type_name("FILE");
-    command.add_option("--max-pixels", maximumPixels, "Refuse pictures with more pixels than this")
-        ->check(CLI::PositiveNumber)
+    command
+        .add_option("--max-pixels", maximumPixels, "Refuse a picture with more pixels than this")
+        ->transform(wholeNumber(1))
+        ->type_name("COUNT")
         ->capture_default_str();
+    addMaximumBytes(command, maximumBytes);
 }
 
 std::expected<CGImage, Failure> ImageInput::read() const {
-    const auto bytes = readInput(path);
+    auto input = openInput(path, maximumBytes);
+    if (!input) return std::unexpected(input.error());
+    const auto refused = [&](const PNG::ReadError& error, const char* remedy = "") {
+        const std::string message =
+            fmt::format("{}: {}{}", inputName(path), error.description(), remedy);
+        return error.kind() == PNG::ReadError::Kind::outOfMemory ? workFailed(message)
+                                                                 : badInput(message);
+    };
+    const auto start = input->first(PNG::recognitionSize);
+    if (!start) return std::unexpected(start.error());
+    if (!PNG::isPNG(*start)) return refused(PNG::readInfo(*start).error());
+    const auto bytes = (*std::move(input)).all();
     if (!bytes) return std::unexpected(bytes.error());
     auto image = PNG::read(*bytes, {.maximumPixels = maximumPixels});
     if (image) return *std::move(image);
-    const PNG::ReadError& error = image.error();
-    const std::string message = fmt::format("{}: {}", inputName(path), error.description());
-    if (error.kind() == PNG::ReadError::Kind::outOfMemory) return workFailed(message);
-    return badInput(message);
+    // No option helps a picture with too long a side.
+    const auto info = PNG::readInfo(*bytes);
+    const bool overLimit = info && info->width * info->height > maximumPixels &&
+                           image.error().kind() == PNG::ReadError::Kind::tooLarge;
+    return refused(image.error(), overLimit ? "; --max-pixels raises the limit" : "");
 }
 
 void ImageOutput::addTo(CLI::App& command) {
     command.add_option("-o,--output", path, "Where the PNG goes; - is standard output")
         ->required()
+        ->transform(nameOf("file"))
         ->type_name("FILE");
     command
         .add_option("--compression", compression,
@@ -40,7 +57,9 @@ void ImageOutput::addTo(CLI::App& command) {
 
 std::expected<void, Failure> ImageOutput::write(const CGImage& image) const {
     const auto bytes = PNG::write(image, compression);
-    if (!bytes) return workFailed(fmt::format("{}: the picture could not be encoded", path));
+    if (!bytes && bytes.error() == PNG::WriteError::outOfMemory)
+        return workFailed(path + ": there is not enough memory to encode the picture");
+    if (!bytes) return badInput(path + ": the picture is larger than a PNG may be");
     return writeOutput(path, *bytes);
 }
 

@@ -3,18 +3,22 @@
 #include "PictalCore/Platform/Graphics/CGImage.h"
 #include "PictalCore/Platform/ImageIO/PNG.h"
 #include "pictal/InputFile.h"
-#include "pictal/Program.h"
+#include "pictal/Outcome.h"
 
 #include <cstdint>
 #include <string>
 
+#include <CLI/CLI.hpp>
+
 /// Reading and writing pictures as commands do, and the options that say how.
 namespace pictal::program {
 
-/// Where a picture comes from and how large it may be.
+/// Where a picture comes from and how large it may be. What is no PNG is refused after its first
+/// bytes.
 struct ImageInput {
     std::string path;
     std::int64_t maximumPixels = PNG::ReadLimits{}.maximumPixels;
+    std::int64_t maximumBytes = InputFile::usualLimit;
 
     void addTo(CLI::App& command);
     [[nodiscard]] std::expected<CGImage, Failure> read() const;

@@ -46,16 +46,15 @@ std::expected<InputFile, Failure> InputFile::open(const std::string& path, std::
 
 std::expected<std::span<const std::byte>, Failure> InputFile::first(std::size_t count) {
     while (filled_ < count && !ended_) {
-        if (filled_ == bytes_.size() || bytes_.size() < count) {
-            // All of a file in one piece with a byte to spare, which tells its end; a pipe or a
-            // growing file goes on as long as it has bytes.
-            const std::size_t more = std::max<std::size_t>(2 * bytes_.size(), 65536);
-            const std::uint64_t rest = expected_.value_or(more) + 1;
-            const std::size_t next = filled_ < rest ? static_cast<std::size_t>(rest) : more;
-            bytes_.resize(std::max(filled_ + 1, std::min(count, next)));
+        if (filled_ == bytes_.size()) {
+            // A file in one piece, and a byte more, which tells its end; a pipe or a growing file
+            // goes on as long as it has bytes.
+            const bool pieceIsKnown = expected_ && filled_ <= *expected_;
+            const std::uint64_t next =
+                pieceIsKnown ? *expected_ + 1 : std::max<std::uint64_t>(2 * filled_, 65536);
+            bytes_.resize(std::min<std::uint64_t>({count, next, limit_ + 1}));
         }
-        const std::size_t wanted = std::min(bytes_.size(), count) - filled_;
-        const ssize_t read = ::read(descriptor_, bytes_.data() + filled_, wanted);
+        const ssize_t read = ::read(descriptor_, bytes_.data() + filled_, bytes_.size() - filled_);
         if (read < 0 && errno == EINTR) continue;
         if (read < 0) return std::unexpected(failure({{errno, std::generic_category()}, name_}));
         ended_ = read == 0;

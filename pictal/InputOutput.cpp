@@ -1,21 +1,18 @@
 #include "pictal/InputOutput.h"
 
 #include "pictal/Descriptors.h"
+#include "pictal/InputFile.h"
 #include "pictal/OutputFile.h"
 
 #include <unistd.h>
 
 namespace pictal::program {
 
-std::expected<std::vector<std::byte>, Failure> readInput(const std::string& path) {
-    // Opening /dev/stdin would fail for a socket and start a file over that was read in part.
-    auto bytes = path == "-" ? readDescriptor(STDIN_FILENO, "standard input") : readFile(path);
-    if (bytes) return *std::move(bytes);
-    return std::unexpected(failure(bytes.error()));
-}
-
 std::expected<std::string, Failure> readTextInput(const std::string& path) {
-    const auto bytes = readInput(path);
+    constexpr std::uint64_t limit = std::uint64_t{64} << 20;  // of what can be decoded
+    auto input = InputFile::open(path, limit);
+    if (!input) return std::unexpected(input.error());
+    const auto bytes = (*std::move(input)).all();
     if (!bytes) return std::unexpected(bytes.error());
     return std::string(reinterpret_cast<const char*>(bytes->data()), bytes->size());
 }

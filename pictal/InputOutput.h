@@ -6,12 +6,11 @@
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
-/// Reading arguments and writing results whole. A path of "-" is standard input or output.
+/// Small inputs and results, each in one piece. A path of "-" is standard input or output.
 namespace pictal::program {
 
-[[nodiscard]] std::expected<std::vector<std::byte>, Failure> readInput(const std::string& path);
+/// 64 MiB at most.
 [[nodiscard]] std::expected<std::string, Failure> readTextInput(const std::string& path);
 
 /// As an `OutputFile` in one piece.

@@ -61,7 +61,7 @@ std::string escaped(std::string_view text) {
     return result;
 }
 
-std::string quoted(std::string_view text) {
+std::string inQuotes(std::string_view text) {
     constexpr int longest = 80;
     std::size_t end = 0;
     for (int count = 0; end < text.size() && count < longest; ++count)

@@ -12,7 +12,7 @@ namespace pictal::program {
 [[nodiscard]] std::string escaped(std::string_view text);
 
 /// The text in quotation marks, cut after 80 characters.
-[[nodiscard]] std::string quoted(std::string_view text);
+[[nodiscard]] std::string inQuotes(std::string_view text);
 
 /// One line on standard error: "pictal: MESSAGE".
 void complain(std::string_view message);

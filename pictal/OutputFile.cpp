@@ -55,9 +55,17 @@ std::expected<OutputFile, Failure> OutputFile::open(const std::string& path) {
         if (!device) return workFailed(lastErrorOf(path));
         return stream({path, device.value(), std::move(device)});
     }
+    auto replacing = make([&] { return AtomicFile::make(place); });
+    if (!replacing) return std::unexpected(failure(replacing.error()));
+    return *std::move(replacing);
+}
+
+std::expected<OutputFile, FileError> OutputFile::make(
+    const std::function<std::expected<AtomicFile, FileError>()>& makeFile) {
     const HeldInterrupts held;  // no file without its name in the handler's hand
-    auto file = AtomicFile::make(place);
-    if (!file) return std::unexpected(failure(file.error()));
+    auto file = makeFile();
+    if (!file) return std::unexpected(file.error());
+    OutputFile output;
     output.replacement_ = std::make_unique<Replacement>(*std::move(file));
     return output;
 }

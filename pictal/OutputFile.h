@@ -1,9 +1,10 @@
 #pragma once
 
-#include "PictalCore/Platform/Foundation/Files.h"
+#include "PictalCore/Platform/Foundation/AtomicFile.h"
 #include "pictal/Outcome.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -21,6 +22,9 @@ namespace pictal::program {
 class OutputFile {
   public:
     [[nodiscard]] static std::expected<OutputFile, Failure> open(const std::string& path);
+    /// For a file that somebody else knows how to make.
+    [[nodiscard]] static std::expected<OutputFile, FileError> make(
+        const std::function<std::expected<AtomicFile, FileError>()>& makeFile);
 
     OutputFile(OutputFile&&) noexcept;
     OutputFile& operator=(OutputFile&&) noexcept;

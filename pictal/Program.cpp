@@ -1,5 +1,7 @@
 #include "pictal/Program.h"
 
+#include "pictal/Messages.h"
+
 #include <algorithm>
 #include <string_view>
 #include <vector>
@@ -10,10 +12,17 @@ namespace pictal::program {
 
 namespace {
 
-/// Whether it is made of numbers and begins with "-.": the parser takes such a value of a list for
-/// an option, though not one that begins with a digit.
-bool isNegativeFraction(std::string_view text) {
-    return text.starts_with("-.") && text.find_first_not_of("0123456789.,-+e") == text.npos;
+bool isNumeric(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789.,-+e") == text.npos;
+}
+
+/// The parser takes a value of a list that begins with "-." for an option, though not one that
+/// begins with "-0".
+void spellOutNegativeFractions(std::vector<std::string>& arguments) {
+    for (std::size_t i = 1; i < arguments.size(); ++i)
+        if (isNumeric(arguments[i - 1]) && isNumeric(arguments[i]) &&
+            arguments[i].starts_with("-."))
+            arguments[i].insert(1, 1, '0');
 }
 
 /// The names of the program and of the commands that were chosen.
@@ -43,9 +52,12 @@ Program::Program()
 
 void Program::parse(int argc, char** argv) {
     std::vector<std::string> arguments(argv + std::min(argc, 1), argv + argc);
-    for (std::size_t i = 1; i < arguments.size(); ++i)
-        if (!arguments[i - 1].starts_with("--") && isNegativeFraction(arguments[i]))
-            arguments[i].insert(1, 1, '0');
+    if (keeper_ && !arguments.empty() && arguments.front() == keeper_->get_name()) {
+        const auto dashes = std::ranges::find(arguments, "--");
+        if (dashes != arguments.end()) kept_->assign(dashes + 1, arguments.end());
+        arguments.erase(dashes, arguments.end());
+    }
+    spellOutNegativeFractions(arguments);
     std::ranges::reverse(arguments);  // as the parser wants them
     app.parse(std::move(arguments));
 }
@@ -56,10 +68,21 @@ std::string Program::complaint(const CLI::ParseError& error) const {
     const auto rest = app.remaining(true);
     if (!rest.empty() && (noCommand || dynamic_cast<const CLI::ExtrasError*>(&error))) {
         const bool isCommand = noCommand && !rest.front().starts_with('-');
-        what = isCommand ? fmt::format("there is no command \"{}\"", rest.front())
-                         : fmt::format("\"{}\" was not expected", rest.front());
+        what = isCommand ? fmt::format("there is no command {}", inQuotes(rest.front()))
+                         : fmt::format("{} was not expected", inQuotes(rest.front()));
     }
     return fmt::format("{}. See {} --help.", what, commandPath(app));
+}
+
+bool Program::showsHelp(const CLI::ParseError& error) const {
+    if (error.get_exit_code() != static_cast<int>(CLI::ExitCodes::Success)) return false;
+    const auto rest = app.remaining(true);
+    return rest.empty() || rest.front().starts_with('-') || !wantsCommand(app);
+}
+
+void Program::keepBehindDashes(const CLI::App& command, std::vector<std::string>& arguments) {
+    keeper_ = &command;
+    kept_ = &arguments;
 }
 
 }  // namespace pictal::program

@@ -5,6 +5,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -23,6 +24,12 @@ class Program {
     void parse(int argc, char** argv);
     /// What is wrong with the command line and where to read more, in one line.
     [[nodiscard]] std::string complaint(const CLI::ParseError& error) const;
+    /// Whether the help or version that was asked for is to be shown: not for a command that there
+    /// is not.
+    [[nodiscard]] bool showsHelp(const CLI::ParseError& error) const;
+
+    /// What stands behind "--" of this command goes to `arguments` and is not looked at.
+    void keepBehindDashes(const CLI::App& command, std::vector<std::string>& arguments);
 
     /// Adds a command. `Options` is a plain struct that the options are bound to; `run` does the
     /// work once the whole command line has been understood.
@@ -39,6 +46,10 @@ class Program {
             [this, options, run] { chosen = [options, run] { return run(*options); }; });
         return *command;
     }
+
+  private:
+    const CLI::App* keeper_ = nullptr;
+    std::vector<std::string>* kept_ = nullptr;
 };
 
 }  // namespace pictal::program

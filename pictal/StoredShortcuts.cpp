@@ -1,8 +1,8 @@
 #include "pictal/StoredShortcuts.h"
 
-#include <cstdlib>
+#include "pictal/Messages.h"
 
-#include <fmt/format.h>
+#include <cstdlib>
 
 namespace pictal::program {
 
@@ -42,10 +42,9 @@ std::expected<StoredShortcuts, Failure> StoredShortcuts::open(
     const auto loaded = result.store_.tryLoadShortcuts();
     if (!loaded) return storeFailed(loaded.error());
     if (loaded->damage)
-        fmt::print(stderr,
-                   "pictal: warning: {}: the stored shortcuts are damaged; the defaults hold, and "
-                   "the next change replaces what is stored\n",
-                   path->string());
+        complain("warning: " + path->string() +
+                 ": the stored shortcuts are damaged; the defaults hold, and the next change "
+                 "replaces what is stored");
     return result;
 }
 

@@ -1,4 +1,5 @@
 #include "pictal/Arguments.h"
+#include "pictal/Color.h"
 
 #include <gtest/gtest.h>
 
@@ -49,10 +50,25 @@ TEST(Arguments, ColoursAsCSSWritesThem) {
     check("hsl(-150deg 50% 40%)", 0.2, 0.4, 0.6, 1);
     check("RebeccaPurple", 0.4, 0.2, 0.6, 1);
     check(" transparent ", 0, 0, 0, 0);
+    check("tomato", 1, 99 / 255.0, 71 / 255.0, 1);
     check("yellowgreen", 154 / 255.0, 205 / 255.0, 50 / 255.0, 1);
     for (const char* text : {"", "#", "#12", "#12345", "#1234567", "#ggg", "rgb(1,2)", "rgb(1,2,3",
                              "rgb(1,2,3,4,5)", "rgb(a,b,c)", "hsl(1,2)", "cmyk(1,2,3)", "reddish"})
         EXPECT_FALSE(parseColor(text)) << text;
+}
+
+TEST(Arguments, WholeNumbersOfAnOptionAreDecimalAndInRange) {
+    const auto read = [](std::string text, std::int64_t least, std::int64_t most) {
+        const std::string refusal = wholeNumber(least, most)(text);
+        return refusal.empty() ? text : refusal;
+    };
+    EXPECT_EQ(read("010", 1, 10), "10");
+    EXPECT_EQ(read("-3", -3, 10), "-3");
+    EXPECT_EQ(read("9223372036854775807", 0, INT64_MAX), "9223372036854775807");
+    for (const char* text : {"0", "11", "0x2", "2.5", "1e0", "", " 2", "9223372036854775808"})
+        EXPECT_EQ(read(text, 1, 10),
+                  "\"" + std::string(text) + "\" is not a whole number from 1 to 10");
+    EXPECT_EQ(read("0", 1, INT64_MAX), "\"0\" is not a whole number from 1 up");
 }
 
 }  // namespace pictal::program

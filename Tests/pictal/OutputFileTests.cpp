@@ -94,9 +94,10 @@ TEST(OutputFile, AnInterruptEndsTheLoopAroundTheProgram) {
                     {"-c",
                      "set -m;"
                      "coproc bash -c 'for i in 1 2; do \"$PICTAL\" redact; echo again >&2; done';"
-                     "echo x >&${COPROC[1]}; read -r -t 60 line <&${COPROC[0]};"
-                     "kill -INT -- -$COPROC_PID; eval \"exec ${COPROC[1]}>&-\"; wait $COPROC_PID; "
-                     "echo $?"},
+                     // The shell forgets these once the loop has ended.
+                     "pid=$COPROC_PID input=${COPROC[1]} output=${COPROC[0]};"
+                     "echo x >&$input; read -r -t 60 line <&$output;"
+                     "kill -INT -- -$pid; eval \"exec $input>&-\"; wait $pid; echo $?"},
                 .environment = {{"PICTAL", PICTAL_PROGRAM}}}
             .run();
     EXPECT_EQ(loop.output, "130\n");

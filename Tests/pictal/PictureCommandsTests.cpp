@@ -116,8 +116,56 @@ TEST_F(PictureCommands, InfoTellsTheHeader) {
     EXPECT_EQ(info["width"], 40);
     EXPECT_EQ(info["height"], 30);
     EXPECT_EQ(info["colorSpace"], "sRGB");
+    EXPECT_EQ(info["bytes"], fs::file_size(folder / "in.png"));
     EXPECT_TRUE(run("info in.png").output.starts_with("in.png: 40 × 30, 8-bit"));
 }
+
+TEST_F(PictureCommands, ReadsNoMoreThanItNeeds) {
+    write("in2.png", contents(folder / "in.png") + std::string(1'000'000, ' '));
+    const auto shell = [&](const std::string& script) {
+        return Process{.program = "/bin/bash",
+                       .arguments = {"-c", "ulimit -t 20; " + script},
+                       .environment = {{"PICTAL", PICTAL_PROGRAM}},
+                       .folder = folder.path()}
+            .run();
+    };
+    // What is behind the header is for the next reader.
+    const auto rest = shell("cat in2.png | (\"$PICTAL\" info --json -; wc -c)").output;
+    const std::size_t end = rest.find("}\n") + 2;
+    EXPECT_EQ(nlohmann::json::parse(rest.substr(0, end))["bytes"], nullptr);
+    EXPECT_GT(std::stoi(rest.substr(end)), 999'000);
+    for (const char* script :
+         {"\"$PICTAL\" export /dev/zero -o out.png", "yes | \"$PICTAL\" info -",
+          "truncate -s 20G big; \"$PICTAL\" annotate big --max-bytes 30000000000 "
+          "--annotations arrow.json -o out.png"}) {
+        const auto result = shell(script);
+        EXPECT_EQ(result.status, 2) << script;
+        EXPECT_TRUE(result.error.ends_with(": the content is not PNG\n")) << result.error;
+    }
+}
+
+#ifndef __SANITIZE_ADDRESS__  // which takes terabytes of address space
+TEST_F(PictureCommands, MemoryShortageSaysSo) {
+    write(
+        "large.png",
+        textOf(PNG::write(pictureOf(6000, 6000, [](auto, auto) { return 0xFF000000U; })).value()));
+    // The picture takes 144 MB, its card somewhat more.
+    const auto limited = [&](const char* kilobytes, const std::string& rest) {
+        return Process{
+            .program = "/bin/bash",
+            .arguments = {"-c", std::string("ulimit -v ") + kilobytes + "; \"$PICTAL\" " + rest},
+            .environment = {{"PICTAL", PICTAL_PROGRAM}},
+            .folder = folder.path()}
+            .run();
+    };
+    const auto card = limited("320000", "export large.png -o out.png");
+    EXPECT_EQ(card.error, "pictal: large.png: there is not enough memory for the card\n");
+    EXPECT_EQ(card.status, 3);
+    const auto picture = limited("160000", "export large.png -o out.png");
+    EXPECT_NE(picture.error.find("memory"), std::string::npos) << picture.error;
+    EXPECT_EQ(picture.status, 3);
+}
+#endif
 
 TEST_F(PictureCommands, BadInputIsOneClearLineAndNoOutputFile) {
     const std::string png = contents(folder / "in.png");
@@ -140,7 +188,17 @@ TEST_F(PictureCommands, BadInputIsOneClearLineAndNoOutputFile) {
     check("annotate in.png --annotations text.json -o out.png", "does not draw text");
     check("export text.png -o out.png", "text.png: ");
     check("export absent.png -o out.png", "absent.png: No such file or directory");
-    check("export in.png -o out.png --max-pixels 1199", "in.png: ");
+    check("export in.png -o out.png --max-pixels 1199",
+          "in.png: 40 × 30 pixels are more than the limit of 1199; --max-pixels raises the limit");
+    check("export in.png -o out.png --max-bytes 99",
+          "in.png: larger than 99 bytes; --max-bytes raises the limit");
+    check("export in.png -o out.png --max-pixels 0", "--max-pixels: \"0\" is not a whole number");
+    check("annotate in.png --annotations /dev/zero -o out.png", "/dev/zero: larger than 67108864");
+    check("export in.png -o ''", "--output: needs the name of a file");
+    check("export \x1B[2J\u202E.png -o out.png", "pictal: \\x1B[2J\\u202E.png: No such file");
+    check("draft --tool " + std::string(99, 'x') + " --start 0,0",
+          ("--tool: \"" + std::string(80, 'x') + "…\" is none").c_str());
+    check("draft --tool line --start --current", "--start");
     check("export in.png -o out.png --shadow-blur inf", "--shadow-blur: \"inf\" is not a number");
     check("export in.png -o out.png --shadow-blur 1e300", "lower the shadow's blur");
     check("export in.png -o out.png --shadow-color reddish",

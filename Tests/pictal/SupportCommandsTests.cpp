@@ -18,7 +18,8 @@ TEST(NameCommand, PrintsAStem) {
     EXPECT_EQ(run("--max 5 -- --abcd-efgh").output, "abcd\n");
     EXPECT_EQ(run("... --fallback a/b").output, "a/b\n");
     EXPECT_EQ(run(std::string(100, 'x')).output.size(), 81U);
-    for (const char* wrong : {"a --max=-1", "a --max=1.5", "a --max=9k"})
+    EXPECT_EQ(run("... --fallback=--x").output, "--x\n");
+    for (const char* wrong : {"a --max=-1", "a --max=1.5", "a --max=9k", "a --max=0x9"})
         EXPECT_EQ(run(wrong).status, 2) << wrong;
 }
 
@@ -32,6 +33,11 @@ TEST(DemoModeCommand, PrintsTheConfigurationAsJSON) {
     // An argument may look like a command or an option of the program.
     check("demo-mode --json --demo-mode -x redact --demo-scenario=pin --demo-language=jp",
           R"({"isEnabled": true, "scenario": "pin", "languageIdentifier": "ja"})");
+    // Behind two dashes nothing is; a flag takes what follows it, dashes or not.
+    check("demo-mode --demo-mode -- --json --help -- --demo-scenario=pin ++ -.5",
+          R"({"isEnabled": true, "scenario": "pin"})");
+    check("demo-mode -- --demo-mode --vistrell-demo-background -.5",
+          R"({"isEnabled": true, "scenario": "dashboard", "backgroundImagePath": "-.5"})");
     check("demo-mode",
           R"({"isEnabled": true, "scenario": "dashboard", "backgroundImagePath": "/a�"})",
           {{"VISTRELL_DEMO_MODE", "1"}, {"VISTRELL_DEMO_BACKGROUND_PATH", " /a\xFF "}});
@@ -61,6 +67,8 @@ TEST(PreviewCommand, WritesAndPrunes) {
     for (const char* wrong : {"--expire=60s", "--expire=nan", "--expire=inf", "--expire=-1", "."})
         EXPECT_EQ(run(std::string("prune ") + wrong).status, 2) << wrong;
     EXPECT_EQ(run("write absent.png").status, 2);
+    EXPECT_EQ(Process({.arguments = words("preview prune --root '' --expire 1")}).run().error,
+              "pictal: --root: needs the name of a folder. See pictal preview prune --help.\n");
     fs::remove_all(folder / ".VistrellPreviews");
     fs::create_directory_symlink("/", folder / ".VistrellPreviews");
     EXPECT_EQ(run("write -").status, 3);

@@ -49,7 +49,8 @@ Outcome run(const AnnotateOptions& options) {
     if (!image) return std::unexpected(image.error());
     const auto annotated = AnnotationRenderer().render(*image, *annotations);
     if (!annotated)
-        return workFailed(inputName(options.input.path) + ": there is no memory for the canvas");
+        return workFailed(inputName(options.input.path) +
+                          ": there is not enough memory for the canvas");
     if (const auto written = options.output.write(*annotated); !written)
         return std::unexpected(written.error());
     return ExitStatus::done;
@@ -70,8 +71,9 @@ void addAnnotate(Program& program) {
         [](CLI::App& command, AnnotateOptions& options) {
             options.input.addTo(command);
             command
-                .add_option("--annotations", options.annotations,
-                            "JSON file with a list of annotations or a single one")
+                .add_option(
+                    "--annotations", options.annotations,
+                    "JSON file with a list of annotations or a single one; - is standard input")
                 ->required()
                 ->type_name("FILE");
             options.output.addTo(command);

@@ -2,8 +2,7 @@
 
 #include "pictal/Program.h"
 
-/// Every command of the program, one function a file. `main` adds them in this order, which is the
-/// order of `pictal --help`.
+/// Every command of the program, one function a file.
 namespace pictal::program {
 
 void addAnnotate(Program& program);
@@ -15,5 +14,9 @@ void addName(Program& program);
 void addPreview(Program& program);
 void addRedact(Program& program);
 void addDemoMode(Program& program);
+
+/// In the order of `pictal --help`.
+inline constexpr auto allCommands = {addAnnotate, addExport,  addDraft,  addInfo,    addShortcuts,
+                                     addName,     addPreview, addRedact, addDemoMode};
 
 }  // namespace pictal::program

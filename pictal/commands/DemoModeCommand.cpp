@@ -1,8 +1,10 @@
 #include "PictalCore/Support/DemoModeConfiguration.h"
-#include "pictal/InputOutput.h"
+#include "pictal/JSONOutput.h"
 #include "pictal/commands/Commands.h"
 
-#include <nlohmann/json.hpp>
+#include <algorithm>
+#include <iterator>
+
 #include <unistd.h>
 
 namespace pictal::program {
@@ -11,12 +13,13 @@ namespace {
 
 struct Options {
     const CLI::App* command = nullptr;
+    std::vector<std::string> behindDashes;
 };
 
 void setUp(CLI::App& command, Options& options) {
     options.command = &command;
     command.allow_extras();  // launch arguments are not the program's to understand
-    command.add_flag("--json")->description("The output is JSON in any case");
+    command.add_flag("--json")->description("Accepted; the output is always JSON");
 }
 
 DemoModeConfiguration::Environment environment() {
@@ -32,19 +35,16 @@ DemoModeConfiguration::Environment environment() {
 }
 
 Outcome run(const Options& options) {
-    const auto configuration =
-        DemoModeConfiguration::load(environment(), options.command->remaining(), true);
-    nlohmann::ordered_json json{{"isEnabled", configuration.isEnabled},
-                                {"scenario", rawValue(configuration.scenario)}};
+    std::vector<std::string> arguments = options.command->remaining();
+    std::ranges::copy(options.behindDashes, std::back_inserter(arguments));
+    const auto configuration = DemoModeConfiguration::load(environment(), arguments, true);
+    JSONText::Members members{{"isEnabled", configuration.isEnabled},
+                              {"scenario", rawValue(configuration.scenario)}};
     if (configuration.languageIdentifier)
-        json["languageIdentifier"] = *configuration.languageIdentifier;
+        members.emplace_back("languageIdentifier", *configuration.languageIdentifier);
     if (configuration.backgroundImagePath)
-        json["backgroundImagePath"] = *configuration.backgroundImagePath;
-    const std::string text =
-        json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace);
-    if (const auto printed = printText(text + "\n"); !printed)
-        return std::unexpected(printed.error());
-    return ExitStatus::done;
+        members.emplace_back("backgroundImagePath", *configuration.backgroundImagePath);
+    return doneIf(printJSON(JSONText::object(members)));
 }
 
 }  // namespace
@@ -52,10 +52,16 @@ Outcome run(const Options& options) {
 void addDemoMode(Program& program) {
     program.add<Options>(
         "demo-mode", "Print the demo mode that the environment and launch arguments give",
+        "Everything else on the command line is a launch argument; behind --, everything is.\n\n"
         "Examples:\n"
         "  pictal demo-mode --demo-mode --demo-scenario=color-picker --demo-language ja\n"
-        "  VISTRELL_DEMO_MODE=1 VISTRELL_DEMO_SCENARIO=pin pictal demo-mode\n",
-        setUp, run);
+        "  VISTRELL_DEMO_MODE=1 VISTRELL_DEMO_SCENARIO=pin pictal demo-mode\n"
+        "  pictal demo-mode -- \"$@\"\n",
+        [&program](CLI::App& command, Options& options) {
+            setUp(command, options);
+            program.keepBehindDashes(command, options.behindDashes);
+        },
+        run);
 }
 
 }  // namespace pictal::program

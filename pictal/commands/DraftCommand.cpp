@@ -1,5 +1,6 @@
 #include "PictalCore/Annotation/AnnotationDraftBuilder.h"
 #include "pictal/Arguments.h"
+#include "pictal/JSONOutput.h"
 #include "pictal/commands/Commands.h"
 
 #include <fmt/format.h>
@@ -59,11 +60,7 @@ Outcome run(const DraftOptions& options) {
             fmt::format("there is nothing to draw: {} needs {}", rawValue(options.tool),
                         options.tool == AnnotationTool::text ? "--text that is not only white space"
                                                              : "--points")});
-    const auto json = encodeJSON(*annotation);
-    if (!json) return badInput(json.error().description());
-    if (const auto printed = printText(*json + "\n"); !printed)
-        return std::unexpected(printed.error());
-    return ExitStatus::done;
+    return printJSONOf(*annotation);
 }
 
 }  // namespace
@@ -78,7 +75,7 @@ void addDraft(Program& program) {
         "\n"
         "Coordinates are pixels from the lower left corner, y upward.",
         [](CLI::App& command, DraftOptions& options) {
-            command.add_option("--tool", options.tool, "What is drawn")
+            command.add_option("--tool", options.tool, "The tool that the gesture is made with")
                 ->required()
                 ->transform(choice<AnnotationTool>());
             command.add_option("--start", options.start, "Where the gesture began")
@@ -87,12 +84,18 @@ void addDraft(Program& program) {
             command
                 .add_option("--current", options.current, "Where it is now; the start if absent")
                 ->type_name("X,Y");
-            command.add_option("--points", options.points, "The path so far")->type_name("X,Y");
-            command.add_option("--text", options.text, "The text of a text annotation");
-            command.add_option("--number", options.number, "The number of a badge")
+            command
+                .add_option("--points", options.points,
+                            "The way of the pointer so far, of a freehand tool")
+                ->type_name("X,Y");
+            command.add_option("--text", options.text, "What a text annotation says");
+            command.add_option("--number", options.number, "What a number badge says")
                 ->type_name("N")
                 ->capture_default_str();
-            command.add_option("--style", options.style, "JSON file with the style")
+            command
+                .add_option("--style", options.style,
+                            "JSON file with the style, instead of the tool's usual one; - is "
+                            "standard input")
                 ->type_name("FILE");
             command.add_flag("--json", options.json, "Accepted; the output is always JSON");
         },

@@ -1,5 +1,6 @@
 #include "PictalCore/Styling/TransparentImageRenderer.h"
 #include "pictal/Arguments.h"
+#include "pictal/Color.h"
 #include "pictal/Images.h"
 #include "pictal/commands/Commands.h"
 
@@ -64,6 +65,17 @@ std::expected<ScreenshotStyle, Failure> styleFrom(const ExportOptions& options) 
     return style;
 }
 
+Outcome cardFailed(const ExportOptions& options, TransparentImageRendererError error,
+                   const CGImage& image, const ScreenshotStyle& style) {
+    const std::string name = inputName(options.input.path);
+    if (error == TransparentImageRendererError::cannotCreateImage)
+        return badInput(name + ": its colours cannot be converted to sRGB");
+    if (TransparentImageRenderer().isWithinLimits(image, style))
+        return workFailed(name + ": there is not enough memory for the card");
+    return badInput(
+        name + ": the card is larger than a picture can be; lower the shadow's blur or offset");
+}
+
 Outcome run(const ExportOptions& options) {
     if (options.input.path == "-" && options.style == "-")
         return badInput("the picture and the style cannot both be standard input");
@@ -72,11 +84,7 @@ Outcome run(const ExportOptions& options) {
     const auto image = options.input.read();
     if (!image) return std::unexpected(image.error());
     const auto card = TransparentImageRenderer().render(*image, *style);
-    if (!card)
-        return badInput(
-            inputName(options.input.path) +
-            ": the card is larger than memory or a picture can be; lower the shadow's blur "
-            "or offset");
+    if (!card) return cardFailed(options, card.error(), *image, *style);
     if (const auto written = options.output.write(*card); !written)
         return std::unexpected(written.error());
     return ExitStatus::done;
@@ -94,20 +102,30 @@ void addExport(Program& program) {
         "  pictal export in.png -o card.png --style style.json --shadow-color '#203040'\n"
         "  pictal export in.png -o copy.png --plain\n"
         "\n"
-        "Lengths are pixels; a positive vertical offset moves the shadow down.",
+        "Without an option, the style's value holds; without --style, that of the usual card.",
         [](CLI::App& command, ExportOptions& options) {
             options.input.addTo(command);
             options.output.addTo(command);
-            command.add_option("--style", options.style, "JSON file with a style to start from")
+            command
+                .add_option("--style", options.style,
+                            "JSON file with a style to start from; - is standard input")
                 ->type_name("FILE");
-            command.add_option("--corner-radius", options.cornerRadius, "Radius of the corners")
+            command
+                .add_option("--corner-radius", options.cornerRadius,
+                            "Radius of the corners, in pixels")
                 ->type_name("N");
-            command.add_option("--shadow-blur", options.shadowBlur, "Blur of the shadow")
+            command
+                .add_option("--shadow-blur", options.shadowBlur,
+                            "How far the shadow fades out, in pixels")
                 ->type_name("N");
-            command.add_option("--shadow-offset", options.shadowOffset, "Where the shadow falls")
+            command
+                .add_option("--shadow-offset", options.shadowOffset,
+                            "How far it falls to the right and down, in pixels")
                 ->type_name("X,Y");
-            command.add_option("--shadow-opacity", options.shadowOpacity, "0 to 1")->type_name("N");
-            command.add_option("--shadow-color", options.shadowColor, "A CSS colour")
+            command
+                .add_option("--shadow-opacity", options.shadowOpacity, "From 0, no shadow, to 1")
+                ->type_name("N");
+            command.add_option("--shadow-color", options.shadowColor, "A colour as CSS writes it")
                 ->type_name("COLOR");
             command.add_flag("--plain", options.plain, "No card: the picture as it is");
         },

@@ -1,10 +1,9 @@
 #include "PictalCore/Platform/ImageIO/PNG.h"
-#include "pictal/Images.h"
-#include "pictal/InputOutput.h"
+#include "pictal/Arguments.h"
+#include "pictal/JSONOutput.h"
 #include "pictal/commands/Commands.h"
 
 #include <fmt/format.h>
-#include <nlohmann/json.hpp>
 
 namespace pictal::program {
 
@@ -15,44 +14,58 @@ struct InfoOptions {
     bool json = false;
 };
 
-Outcome run(const InfoOptions& options) {
-    const auto bytes = readInput(options.path);
-    if (!bytes) return std::unexpected(bytes.error());
-    const auto info = PNG::readInfo(*bytes);
-    if (!info)
-        return badInput(fmt::format("{}: {}", inputName(options.path), info.error().description()));
-
-    std::string text;
-    if (options.json) {
-        const nlohmann::ordered_json json{
-            {"width", info->width},           {"height", info->height},
-            {"bitDepth", info->bitDepth},     {"colorType", rawValue(info->colorType)},
-            {"interlaced", info->interlaced}, {"hasAlpha", info->hasAlpha},
-            {"colorSpace", info->colorSpace}, {"bytes", bytes->size()}};
-        text = json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
-    } else {
-        text = fmt::format("{}: {} × {}, {}-bit {}{}{}, {}, {} bytes\n", inputName(options.path),
-                           info->width, info->height, info->bitDepth, rawValue(info->colorType),
-                           info->interlaced ? ", interlaced" : "",
-                           info->hasAlpha ? ", with alpha" : "", info->colorSpace, bytes->size());
+/// Reads as much of the file as comes before its pixels.
+std::expected<PNG::Info, Failure> readHeader(InputFile& input, const std::string& path) {
+    for (std::size_t count = PNG::recognitionSize;; count *= 4) {
+        const auto start = input.first(count);
+        if (!start) return std::unexpected(start.error());
+        auto info = PNG::readInfo(*start);
+        if (info) return *std::move(info);
+        const bool goesOn = start->size() >= count;
+        if (!goesOn || info.error().kind() != PNG::ReadError::Kind::truncated)
+            return badInput(fmt::format("{}: {}", inputName(path), info.error().description()));
     }
-    if (const auto printed = printText(text); !printed) return std::unexpected(printed.error());
-    return ExitStatus::done;
+}
+
+Outcome run(const InfoOptions& options) {
+    auto input = InputFile::open(options.path, UINT64_MAX - 1);
+    if (!input) return std::unexpected(input.error());
+    const auto info = readHeader(*input, options.path);
+    if (!info) return std::unexpected(info.error());
+    const auto bytes = input->size();
+    if (options.json)
+        return doneIf(printJSON(JSONText::object({{"width", info->width},
+                                                  {"height", info->height},
+                                                  {"bitDepth", info->bitDepth},
+                                                  {"colorType", rawValue(info->colorType)},
+                                                  {"interlaced", info->interlaced},
+                                                  {"hasAlpha", info->hasAlpha},
+                                                  {"colorSpace", info->colorSpace},
+                                                  {"bytes", bytes ? JSONText(*bytes) : nullptr}})));
+    const std::string line =
+        fmt::format("{}: {} × {}, {}-bit {}{}{}, {}{}", inputName(options.path), info->width,
+                    info->height, info->bitDepth, rawValue(info->colorType),
+                    info->interlaced ? ", interlaced" : "", info->hasAlpha ? ", with alpha" : "",
+                    info->colorSpace, bytes ? fmt::format(", {} bytes", *bytes) : "");
+    return doneIf(printText(escaped(line) + "\n"));
 }
 
 }  // namespace
 
 void addInfo(Program& program) {
     program.add<InfoOptions>(
-        "info", "Say what a picture is, from its header",
+        "info", "Say what a picture is, reading no more than its header",
         "Examples:\n"
         "  pictal info in.png\n"
         "  pictal info --json in.png | jq .width",
         [](CLI::App& command, InfoOptions& options) {
             command.add_option("IMAGE", options.path, "A PNG file; - is standard input")
                 ->required()
+                ->transform(nameOf("file"))
                 ->type_name("FILE");
-            command.add_flag("--json", options.json, "One JSON document");
+            command.add_flag(
+                "--json", options.json,
+                "As one JSON object; bytes is null for a pipe, which is not read to its end");
         },
         run);
 }

@@ -1,9 +1,8 @@
 #include "PictalCore/Support/SafeFileNamer.h"
-#include "pictal/InputOutput.h"
+#include "pictal/Arguments.h"
 #include "pictal/commands/Commands.h"
 
 #include <cstdint>
-#include <limits>
 
 namespace pictal::program {
 
@@ -19,17 +18,16 @@ void setUp(CLI::App& command, Options& options) {
     command.add_option("TEXT", options.text, "Any text; put -- before one that begins with -")
         ->required();
     command.add_option("--max", options.maximum, "The most characters that are kept")
-        ->check(CLI::Range(std::int64_t{0}, std::numeric_limits<std::int64_t>::max(), "COUNT"))
+        ->transform(wholeNumber(0))
+        ->type_name("COUNT")
         ->capture_default_str();
     command.add_option("--fallback", options.fallback,
-                       "The name, as it is, when nothing is left of TEXT (file)");
+                       "What is printed, as it is, when nothing is left of TEXT [file]");
 }
 
 Outcome run(const Options& options) {
     const std::string stem = SafeFileNamer::stem(options.text, options.fallback, options.maximum);
-    if (const auto printed = printText(stem + "\n"); !printed)
-        return std::unexpected(printed.error());
-    return ExitStatus::done;
+    return doneIf(printText(stem + "\n"));
 }
 
 }  // namespace

@@ -1,9 +1,9 @@
 #include "PictalCore/Support/TemporaryPreviewFileStore.h"
-#include "pictal/InputOutput.h"
+#include "pictal/Arguments.h"
+#include "pictal/OutputFile.h"
 #include "pictal/commands/Commands.h"
 
 #include <chrono>
-#include <cmath>
 #include <filesystem>
 #include <limits>
 
@@ -14,6 +14,7 @@ namespace {
 struct Options {
     std::string file;
     std::string root;
+    std::int64_t maximumBytes = InputFile::usualLimit;
     double expire = std::numeric_limits<double>::infinity();
 
     [[nodiscard]] TemporaryPreviewFileStore store() const {
@@ -23,20 +24,25 @@ struct Options {
 
 CLI::Option* addFolder(CLI::App& command, Options& options) {
     command.add_option("--root", options.root, "The folder that holds the hidden preview folder")
-        ->required();
-    return command.add_option("--expire", options.expire, "Delete previews older than this")
+        ->required()
+        ->transform(nameOf("folder"))
+        ->type_name("FOLDER");
+    return command
+        .add_option("--expire", options.expire, "Delete previews that are older than this")
         ->type_name("SECONDS")
         ->check([](const std::string& text) -> std::string {
-            double seconds = 0;
-            if (CLI::detail::lexical_cast(text, seconds) && std::isfinite(seconds) && seconds >= 0)
-                return {};
-            return text + " is no number of seconds";
+            const auto seconds = parseNumber(text);
+            if (seconds && *seconds >= 0) return {};
+            return inQuotes(text) + " is no number of seconds";
         });
 }
 
 void setUpWrite(CLI::App& command, Options& options) {
-    command.add_option("FILE", options.file, "The picture; - is standard input")->required();
+    command.add_option("FILE", options.file, "The picture; - is standard input")
+        ->required()
+        ->transform(nameOf("file"));
     addFolder(command, options);
+    addMaximumBytes(command, options.maximumBytes);
 }
 
 void setUpPrune(CLI::App& command, Options& options) {
@@ -44,15 +50,23 @@ void setUpPrune(CLI::App& command, Options& options) {
 }
 
 Outcome write(const Options& options) {
-    const auto bytes = readInput(options.file);
+    auto input = openInput(options.file, options.maximumBytes);
+    if (!input) return std::unexpected(input.error());
+    const auto bytes = (*std::move(input)).all();
     if (!bytes) return std::unexpected(bytes.error());
     const std::string stem =
         options.file == "-" ? "" : std::filesystem::path(options.file).stem().string();
-    const auto written = options.store().write(*bytes, stem, std::chrono::system_clock::now());
-    if (!written) return workFailed(written.error().description());
-    if (const auto printed = printText(written->string() + "\n"); !printed)
-        return std::unexpected(printed.error());
-    return ExitStatus::done;
+    std::filesystem::path place;
+    auto output = OutputFile::make([&] {
+        auto file = options.store().makeFile(stem, std::chrono::system_clock::now());
+        if (file) place = file->target();
+        return file;
+    });
+    if (!output) return workFailed(output.error().description());
+    auto written = output->write(*bytes);
+    if (written) written = output->commit();
+    if (!written) return std::unexpected(written.error());
+    return doneIf(printText(place.string() + "\n"));
 }
 
 Outcome prune(const Options& options) {
@@ -67,6 +81,10 @@ void addPreview(Program& program) {
     CLI::App* preview =
         program.app.add_subcommand("preview", "Keep short-lived previews in a hidden folder");
     preview->require_subcommand(1);
+    preview->footer(
+        "Examples:\n"
+        "  pictal preview write shot.png --root ~/Pictures --expire 600\n"
+        "  pictal preview prune --root ~/Pictures --expire 600");
     program.add<Options>("write", "Copy a picture to a new preview and print where it is",
                          "What is older than --expire is deleted first; without it, nothing is.\n\n"
                          "Example:\n"

@@ -1,6 +1,8 @@
 #include "PictalCore/Shortcuts/ShortcutConflictDetector.h"
 #include "PictalCore/Shortcuts/ShortcutNotation.h"
 #include "pictal/InputOutput.h"
+#include "pictal/JSONOutput.h"
+#include "pictal/Messages.h"
 #include "pictal/StoredShortcuts.h"
 #include "pictal/commands/Commands.h"
 
@@ -8,7 +10,6 @@
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
-#include <nlohmann/json.hpp>
 
 namespace pictal::program {
 
@@ -27,15 +28,16 @@ struct Options {
 std::expected<Shortcut, Failure> parsed(const std::string& combination) {
     const auto shortcut = ShortcutNotation::parse(combination);
     if (!shortcut)
-        return badInput(fmt::format("\"{}\": {}", combination, shortcut.error().description()));
+        return badInput(
+            fmt::format("{}: {}", inQuotes(combination), shortcut.error().description()));
     return *shortcut;
 }
 
 std::expected<void, Failure> checkAction(const std::string& action) {
     constexpr auto known = ShortcutStore::supportedActionIDs;
     if (std::ranges::find(known, action) != known.end()) return {};
-    return badInput(
-        fmt::format("unknown action \"{}\"; the actions are {}", action, fmt::join(known, " ")));
+    return badInput(fmt::format("unknown action {}; the actions are {}", inQuotes(action),
+                                fmt::join(known, " ")));
 }
 
 std::string messages(const ShortcutConflictReport& report) {
@@ -46,17 +48,7 @@ std::string messages(const ShortcutConflictReport& report) {
 }
 
 void warn(const ShortcutConflictReport& report) {
-    if (!report.conflicts.empty()) fmt::print(stderr, "pictal: warning: {}\n", messages(report));
-}
-
-template <class T>
-nlohmann::ordered_json json(const T& value) {
-    return nlohmann::ordered_json::parse(encodeJSON(value).value());
-}
-
-Outcome printed(const std::string& text) {
-    if (auto result = printText(text); !result) return std::unexpected(std::move(result.error()));
-    return ExitStatus::done;
+    if (!report.conflicts.empty()) complain("warning: " + messages(report));
 }
 
 Outcome list(const Options& options) {
@@ -64,14 +56,36 @@ Outcome list(const Options& options) {
     if (!store) return std::unexpected(store.error());
     const auto shortcuts = store->load();
     if (!shortcuts) return std::unexpected(shortcuts.error());
-    if (options.json) return printed(json(*shortcuts).dump(2) + "\n");
+    if (options.json) return printJSONOf(*shortcuts);
     std::string table;
     for (const std::string_view action : ShortcutStore::supportedActionIDs) {
         const auto entry = shortcuts->find(action);
         const std::string shown = entry == shortcuts->end() ? "-" : entry->second.displayString();
-        table += fmt::format("{:<18} {}\n", action, shown);
+        table += fmt::format("{:<18} {}\n", action, escaped(shown));
     }
-    return printed(table);
+    return doneIf(printText(table));
+}
+
+Outcome printAsJSON(const ShortcutConflictReport& report) {
+    const auto shortcut = JSONText::of(report.shortcut);
+    if (!shortcut) return std::unexpected(shortcut.error());
+    std::vector<JSONText> conflicts;
+    for (const ShortcutConflict& conflict : report.conflicts) {
+        auto text = JSONText::of(conflict);
+        if (!text) return std::unexpected(text.error());
+        conflicts.push_back(*std::move(text));
+    }
+    return doneIf(printJSON(JSONText::object({{"shortcut", *shortcut},
+                                              {"isUsable", report.isUsable()},
+                                              {"conflicts", JSONText::array(conflicts)}})));
+}
+
+Outcome printForPeople(const ShortcutConflictReport& report) {
+    std::string text = fmt::format("{} is {}\n", report.shortcut.displayString(),
+                                   report.isUsable() ? "usable" : "not usable");
+    for (const ShortcutConflict& conflict : report.conflicts)
+        text += fmt::format("{}: {}\n", rawValue(conflict.severity), escaped(conflict.message));
+    return doneIf(printText(text));
 }
 
 Outcome check(const Options& options) {
@@ -87,21 +101,7 @@ Outcome check(const Options& options) {
 
     const auto report =
         ShortcutConflictDetector::report(*shortcut, *shortcuts, options.currentAction);
-    std::string text;
-    if (options.json) {
-        nlohmann::ordered_json document{{"shortcut", json(*shortcut)},
-                                        {"isUsable", report.isUsable()},
-                                        {"conflicts", nlohmann::ordered_json::array()}};
-        for (const ShortcutConflict& conflict : report.conflicts)
-            document["conflicts"].push_back(json(conflict));
-        text = document.dump(2) + "\n";
-    } else {
-        text = fmt::format("{} is {}\n", shortcut->displayString(),
-                           report.isUsable() ? "usable" : "not usable");
-        for (const ShortcutConflict& conflict : report.conflicts)
-            text += fmt::format("{}: {}\n", rawValue(conflict.severity), conflict.message);
-    }
-    const Outcome outcome = printed(text);
+    const Outcome outcome = options.json ? printAsJSON(report) : printForPeople(report);
     return outcome && !report.isUsable() ? ExitStatus::no : outcome;
 }
 
@@ -150,7 +150,7 @@ Outcome unset(const Options& options) {
 Outcome path(const Options& options) {
     const auto path = StoredShortcuts::path(options.store);
     if (!path) return std::unexpected(path.error());
-    return printed(path->string() + "\n");
+    return doneIf(printText(path->string() + "\n"));
 }
 
 void addStore(CLI::App& command, Options& options) {
@@ -192,7 +192,8 @@ void addShortcuts(Program& program) {
         "  pictal shortcuts list\n"
         "  pictal shortcuts list --json | jq .region",
         [](CLI::App& command, Options& options) {
-            command.add_flag("--json", options.json, "As one JSON object, by action");
+            command.add_flag("--json", options.json,
+                             "As one JSON object, by action; one without a shortcut is left out");
             addStore(command, options);
         },
         list, shortcuts);
@@ -206,7 +207,7 @@ void addShortcuts(Program& program) {
             addCombination(command, options);
             command
                 .add_option("--action", options.currentAction,
-                            "The action it is for, whose present shortcut does not count")
+                            "The action that it is for; its present shortcut is no conflict")
                 ->type_name("ACTION");
             command.add_flag("--json", options.json, "As one JSON object");
             addStore(command, options);
