@@ -30,25 +30,14 @@ PICTAL_BODY void transpose(Bytes8 (&rows)[8]) {
     }
 }
 
-/// Sets one component for each row.
-PICTAL_BODY Masks masksOf(const std::uint8_t* filters, std::size_t step) {
-    using enum RowFilter;
-    Masks masks{};
-    for (std::size_t i = 0; i < unfilteredAtOnce; ++i) {
-        const auto filter = static_cast<RowFilter>(filters[i * step]);
-        masks.left[i] = static_cast<std::int16_t>(-int{filter == sub || filter == paeth});
-        masks.up[i] = static_cast<std::int16_t>(-int{filter == up || filter == paeth});
-        masks.upLeft[i] = static_cast<std::int16_t>(-int{filter == paeth});
-        masks.average[i] = static_cast<std::int16_t>(-int{filter == average});
-    }
-    return masks;
-}
-
 class ByteWave {
   public:
     PICTAL_BODY ByteWave(std::uint8_t* first, std::size_t step, std::size_t count,
                          const std::uint8_t* above)
-        : first_(first), step_(step), count_(count), above_(above), masks_(masksOf(first, step)) {}
+        : first_(first), step_(step), count_(count), above_(above) {
+        for (std::size_t i = 0; i < unfilteredAtOnce; ++i)
+            masks_.set(i, first[i * step]);
+    }
 
     PICTAL_BODY void run() {
         constexpr std::size_t batch = 8;
@@ -110,7 +99,7 @@ class ByteWave {
     std::size_t step_;
     std::size_t count_;
     const std::uint8_t* above_;
-    Masks masks_;
+    Masks<Pair> masks_ = {};
     Pair left_ = {};
     Pair upLeft_ = {};
 };

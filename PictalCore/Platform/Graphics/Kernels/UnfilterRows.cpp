@@ -43,14 +43,15 @@ PICTAL_BODY void byFours(const std::uint8_t* from, const std::uint32_t* above, c
 template <std::size_t pixelBytes, bool shuffles>
 PICTAL_BODY void paethRow(const std::uint8_t* from, const std::uint32_t* above, const PixelRows& to,
                           std::uint32_t alpha) {
+    using In = InLanes<1>;
     Pair left{}, upLeft{};
     for (std::size_t x = 0; x < to.width; ++x) {
         std::uint32_t word = 0;
         std::memcpy(&word, from + x * pixelBytes, 4);
-        const Pair up = lowerPair(Words4{above[x], 0, 0, 0});
-        left = sum(lowerPair(Words4{word, 0, 0, 0}), wave::paethPrediction(left, up, upLeft));
+        const Pair up = In::lowerPair(Words4{above[x], 0, 0, 0});
+        left = sum(In::lowerPair(Words4{word, 0, 0, 0}), wave::paethPrediction(left, up, upLeft));
         upLeft = up;
-        to.first[x] = packed(left, left)[0] | alpha;
+        to.first[x] = In::packed(left, left)[0] | alpha;
     }
 }
 
@@ -121,10 +122,10 @@ PICTAL_BODY std::size_t unfilterPixels(const StoredRows& from, const std::uint32
                                        const PixelRows& to) {
     switch (togetherOf(from.first, from.step, from.count)) {
         case Together::allPaeth:
-            wave::Wave<pixelBytes, alpha, false, shuffles>(from, above, to).run();
+            wave::Wave<shuffles ? 2 : 1, pixelBytes, alpha, false>(from, above, to).run();
             return unfilteredAtOnce;
         case Together::mixed:
-            wave::Wave<pixelBytes, alpha, true, shuffles>(from, above, to).run();
+            wave::Wave<shuffles ? 2 : 1, pixelBytes, alpha, true>(from, above, to).run();
             return unfilteredAtOnce;
         case Together::none:
             break;

@@ -1,18 +1,22 @@
 #pragma once
 
 #include "PictalCore/Platform/Graphics/Kernels/PixelVectors.h"
+#include "PictalCore/Platform/Graphics/Kernels/UnfilterRows.h"
 
 /// Eight rows of stored pixels at once, for UnfilterRows.cpp.
 ///
-/// At step t row i does its pixel t − i. Two rows share a vector, the upper row in its lower half,
-/// so that four such pairs of rows are under way that do not wait for each other: what a pair needs
-/// of the pair above it was done one step before. Four steps are taken together, pair by pair, so
-/// that pixels are loaded and stored four at a time.
+/// Rows are under way one pixel behind the row above. Two rows share a lane of a vector, the upper
+/// row in its lower half, and the pairs that do not share a vector do not wait for each other: what
+/// one needs of the pair above it was done one step before. Four steps are taken together, pair by
+/// pair, so that pixels are loaded and stored four at a time.
+///
+/// With two lanes the second one has the lower four rows. It does not look at the first one but at
+/// the pixels that came out of it, and so is as far behind as these take to be stored: a wave of
+/// its own.
 namespace pictal::kernels::wave {
 
 using namespace vectors;
 
-inline constexpr std::size_t pairCount = unfilteredAtOnce / 2;
 inline constexpr std::size_t stepCount = 4;
 
 /// Of left, up and upper left the one that is nearest to left + up − upLeft, in this order when two
@@ -27,51 +31,63 @@ PICTAL_BODY Components paethPrediction(Components left, Components up, Component
     return low >= threshold ? high : lowOrUpLeft;
 }
 
-/// What the prediction of each row of a pair looks at. Without them Paeth's is another filter's:
-/// that of up without left and upper left, and so on.
+/// What the prediction of each row looks at. Without them Paeth's is another filter's: that of up
+/// without left and upper left, and so on.
+template <class Pairs>
 struct Masks {
-    Pair left, up, upLeft, average;
+    Pairs left, up, upLeft, average;
+
+    /// Lets the component i have the filter.
+    PICTAL_BODY void set(std::size_t i, std::uint8_t code) {
+        using enum RowFilter;
+        const auto filter = static_cast<RowFilter>(code);
+        left[i] = static_cast<std::int16_t>(-int{filter == sub || filter == paeth});
+        this->up[i] = static_cast<std::int16_t>(-int{filter == RowFilter::up || filter == paeth});
+        upLeft[i] = static_cast<std::int16_t>(-int{filter == paeth});
+        this->average[i] = static_cast<std::int16_t>(-int{filter == RowFilter::average});
+    }
 };
 
-/// The masks of the filters of two rows.
-PICTAL_BODY Masks masksOf(std::uint8_t upper, std::uint8_t lower) {
-    const auto of = [=](auto&& isWanted) {
-        const auto u = static_cast<std::int16_t>(-isWanted(static_cast<RowFilter>(upper)));
-        const auto l = static_cast<std::int16_t>(-isWanted(static_cast<RowFilter>(lower)));
-        return Pair{u, u, u, u, l, l, l, l};
-    };
-    using enum RowFilter;
-    return {of([](RowFilter it) { return int{it == sub || it == paeth}; }),
-            of([](RowFilter it) { return int{it == up || it == paeth}; }),
-            of([](RowFilter it) { return int{it == paeth}; }),
-            of([](RowFilter it) { return int{it == average}; })};
-}
-
-template <bool masked>
-PICTAL_BODY Pair prediction(Pair left, Pair up, Pair upLeft, const Masks& masks) {
+template <bool masked, class Pairs>
+PICTAL_BODY Pairs prediction(Pairs left, Pairs up, Pairs upLeft, const Masks<Pairs>& masks) {
     if constexpr (!masked) return paethPrediction(left, up, upLeft);
-    const Pair paeth = paethPrediction(left & masks.left, up & masks.up, upLeft & masks.upLeft);
+    const Pairs paeth = paethPrediction(left & masks.left, up & masks.up, upLeft & masks.upLeft);
     return paeth | (((left + up) >> 1) & masks.average);
 }
 
-template <std::size_t pixelBytes, std::uint32_t alpha, bool masked, bool shuffles>
+/// @tparam alpha  is or-ed to every pixel
+template <std::size_t lanes, std::size_t pixelBytes, std::uint32_t alpha, bool masked>
 class Wave {
+    using In = InLanes<lanes>;
+    using Words = typename In::Words;
+    using Pairs = typename In::Pairs;
+
+    static constexpr std::size_t rowsPerLane = unfilteredAtOnce / lanes;
+    static constexpr std::size_t pairsPerLane = rowsPerLane / 2;
+    /// How many steps a row is behind the first: a lane begins when four steps of the last row
+    /// above it are stored.
+    static constexpr std::size_t lag(std::size_t row) {
+        return row / rowsPerLane * (rowsPerLane + stepCount - 1) + row % rowsPerLane;
+    }
+    static constexpr std::size_t greatestLag = lag(unfilteredAtOnce - 1);
+
   public:
     PICTAL_BODY Wave(const StoredRows& from, const std::uint32_t* above, const PixelRows& to)
         : above_(above), width_(to.width) {
         for (std::size_t i = 0; i < unfilteredAtOnce; ++i) {
-            // Where the row's pixel 0 is, were it not that many pixels behind.
             stored_[i] = from.first + i * from.step + 1;
             pixels_[i] = to.first + i * to.stride;
+            const std::size_t inLane = i % rowsPerLane,
+                              first = i / rowsPerLane * 8 + inLane % 2 * 4;
+            for (std::size_t c = 0; c < 4; ++c)
+                masks_[inLane / 2].set(first + c, from.first[i * from.step]);
         }
-        for (std::size_t k = 0; k < pairCount; ++k)
-            masks_[k] = masksOf(from.first[2 * k * from.step], from.first[(2 * k + 1) * from.step]);
     }
 
     PICTAL_BODY void run() {
-        const std::size_t steps = width_ + unfilteredAtOnce - 1;
+        const std::size_t steps = width_ + greatestLag;
         std::size_t t = 0;
-        for (; t < unfilteredAtOnce && t < steps; t += stepCount)
+        for (; t < greatestLag; t += stepCount)
             take<true>(t);
         for (; t + stepCount <= width_; t += stepCount)
             take<false>(t);
@@ -80,58 +96,80 @@ class Wave {
     }
 
   private:
+    /// Whether row i has a pixel at step t.
+    [[nodiscard]] PICTAL_BODY bool hasPixel(std::size_t i, std::size_t t) const {
+        return t >= lag(i) && t - lag(i) < width_;
+    }
     /// The pixels of row i at steps t to t + 3. At the edges those outside the row are zeros, so
     /// that a row which has not begun leaves zeros for itself and the next.
     template <bool edge>
     PICTAL_BODY Words4 load(std::size_t i, std::size_t t) const {
         if constexpr (!edge)
-            return loadPixels<pixelBytes, shuffles>(stored_[i] + (t - i) * pixelBytes);
+            return loadPixels < pixelBytes, lanes == 2 > (stored_[i] + (t - lag(i)) * pixelBytes);
         Words4 words{};
         for (std::size_t j = 0; j < stepCount; ++j)
-            if (t + j >= i && t + j - i < width_) {
+            if (hasPixel(i, t + j)) {
                 std::uint32_t word = 0;
-                std::memcpy(&word, stored_[i] + (t + j - i) * pixelBytes, 4);
+                std::memcpy(&word, stored_[i] + (t + j - lag(i)) * pixelBytes, 4);
                 words[j] = word;
             }
         return words;
     }
+    /// What is above row i, the first one of its lane.
     template <bool edge>
-    PICTAL_BODY Words4 loadAbove(std::size_t t) const {
-        if constexpr (!edge) return loadWords(above_ + t);
+    PICTAL_BODY Words4 loadAbove(std::size_t i, std::size_t t) const {
+        const std::uint32_t* const row = i == 0 ? above_ : pixels_[i - 1];
+        if constexpr (!edge) return loadWords(row + (t - lag(i)));
         Words4 words{};
         for (std::size_t j = 0; j < stepCount; ++j)
-            if (t + j < width_) words[j] = above_[t + j];
+            if (hasPixel(i, t + j)) words[j] = row[t + j - lag(i)];
         return words;
     }
     template <bool edge>
     PICTAL_BODY void store(Words4 words, std::size_t i, std::size_t t) {
         words |= alpha;
         if constexpr (!edge) {
-            storeWords(words, pixels_[i] + (t - i));
+            storeWords(words, pixels_[i] + (t - lag(i)));
             return;
         }
         for (std::size_t j = 0; j < stepCount; ++j)
-            if (t + j >= i && t + j - i < width_) pixels_[i][t + j - i] = words[j];
+            if (hasPixel(i, t + j)) pixels_[i][t + j - lag(i)] = words[j];
+    }
+
+    /// The same row of each lane.
+    template <bool edge>
+    PICTAL_BODY Words loadRows(std::size_t i, std::size_t t) const {
+        Words4 parts[lanes];
+        for (std::size_t lane = 0; lane < lanes; ++lane)
+            parts[lane] = load<edge>(lane * rowsPerLane + i, t);
+        return In::joined(parts);
+    }
+    template <bool edge>
+    PICTAL_BODY void storeRows(Words words, std::size_t i, std::size_t t) {
+        for (std::size_t lane = 0; lane < lanes; ++lane)
+            store<edge>(In::lane(words, lane), lane * rowsPerLane + i, t);
     }
 
     /// Four steps of every pair.
     template <bool edge>
     PICTAL_BODY void take(std::size_t t) {
+        Words4 parts[lanes];
+        for (std::size_t lane = 0; lane < lanes; ++lane)
+            parts[lane] = loadAbove<edge>(lane * rowsPerLane, t);
         // The upper half is what stands above the pair's upper row.
-        const Words4 aboveAll = loadAbove<edge>(t);
-        const Words4 swapped = __builtin_shufflevector(aboveAll, aboveAll, 1, 0, 3, 2);
-        Pair above[stepCount] = {lowerPair(swapped), lowerPair(aboveAll), upperPair(swapped),
-                                 upperPair(aboveAll)};
-        for (std::size_t k = 0; k < pairCount; ++k) {
-            const Words4 upper = load<edge>(2 * k, t), lower = load<edge>(2 * k + 1, t);
-            const Words4 firstTwo = __builtin_shufflevector(upper, lower, 0, 4, 1, 5);
-            const Words4 lastTwo = __builtin_shufflevector(upper, lower, 2, 6, 3, 7);
-            const Pair stored[stepCount] = {lowerPair(firstTwo), upperPair(firstTwo),
-                                            lowerPair(lastTwo), upperPair(lastTwo)};
-            Pair done[stepCount];
-            Pair left = left_[k], upLeft = upLeft_[k];
+        const Words aboveAll = In::joined(parts), swapped = In::swapped(aboveAll);
+        Pairs above[stepCount] = {In::lowerPair(swapped), In::lowerPair(aboveAll),
+                                  In::upperPair(swapped), In::upperPair(aboveAll)};
+        for (std::size_t k = 0; k < pairsPerLane; ++k) {
+            const Words upper = loadRows<edge>(2 * k, t), lower = loadRows<edge>(2 * k + 1, t);
+            const Words firstTwo = In::zippedLower(upper, lower);
+            const Words lastTwo = In::zippedUpper(upper, lower);
+            const Pairs stored[stepCount] = {In::lowerPair(firstTwo), In::upperPair(firstTwo),
+                                             In::lowerPair(lastTwo), In::upperPair(lastTwo)};
+            Pairs done[stepCount];
+            Pairs left = left_[k], upLeft = upLeft_[k];
             for (std::size_t j = 0; j < stepCount; ++j) {
-                const Pair up = __builtin_shufflevector(above[j], left, 4, 5, 6, 7, 8, 9, 10, 11);
+                const Pairs up = In::across(above[j], left);
                 above[j] = left;  // for the pair below, which is one step behind
                 left = sum(stored[j], prediction<masked>(left, up, upLeft, masks_[k]));
                 upLeft = up;
@@ -139,9 +177,9 @@ class Wave {
             }
             left_[k] = left;
             upLeft_[k] = upLeft;
-            const Words4 one = packed(done[0], done[1]), two = packed(done[2], done[3]);
-            store<edge>(__builtin_shufflevector(one, two, 0, 2, 4, 6), 2 * k, t);
-            store<edge>(__builtin_shufflevector(one, two, 1, 3, 5, 7), 2 * k + 1, t);
+            const Words one = In::packed(done[0], done[1]), two = In::packed(done[2], done[3]);
+            storeRows<edge>(In::evens(one, two), 2 * k, t);
+            storeRows<edge>(In::odds(one, two), 2 * k + 1, t);
         }
     }
 
@@ -149,9 +187,9 @@ class Wave {
     std::uint32_t* pixels_[unfilteredAtOnce];
     const std::uint32_t* above_;
     std::size_t width_;
-    Masks masks_[pairCount];
-    Pair left_[pairCount] = {};
-    Pair upLeft_[pairCount] = {};
+    Masks<Pairs> masks_[pairsPerLane] = {};
+    Pairs left_[pairsPerLane] = {};
+    Pairs upLeft_[pairsPerLane] = {};
 };
 
 }  // namespace pictal::kernels::wave

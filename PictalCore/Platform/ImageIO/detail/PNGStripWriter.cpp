@@ -12,10 +12,12 @@ using kernels::rowMargin;
 
 namespace {
 
-/// Below so many fresh pixels in a hundred a strip is drawn.
-constexpr std::size_t percent = 12;
-/// Photographs have more than half of their greys unlike both neighbours, drawn strips a tenth.
-constexpr std::size_t greyPercent = 40;
+/// Of a drawn strip fewer pixels in a hundred are fresh, and fewer differ from their neighbours.
+constexpr std::size_t freshPercent = 12;
+constexpr std::size_t changedPercent = 25;
+/// Grey has so few levels that none is fresh for long. Photographs have more than half of their
+/// pixels unlike both neighbours, drawn strips a tenth.
+constexpr std::size_t changedGreyPercent = 40;
 
 }  // namespace
 
@@ -33,18 +35,14 @@ bool PNGStripWriter::isDrawn(std::span<const Row> rows) {
     // Two rows of a whole strip tell it. Drawn strips have few fresh pixels even where text is
     // small and lines are many; those of photographs hardly anything else.
     const std::size_t first = rows.size() / 4, second = rows.size() * 3 / 4;
-    std::size_t fresh = 0, pixels = 0;
-    for (std::size_t i = first; i < rows.size(); i += std::max<std::size_t>(1, second - first)) {
-        fresh += countFresh(rows[i], i == 0 ? Row() : rows[i - 1]);
-        pixels += rows[i].size();
-    }
-    return fresh * 100 < pixels * (pixelBytes_ == 1 ? greyPercent : percent);
-}
-
-std::size_t PNGStripWriter::countFresh(Row row, Row above) {
-    // Grey has so few levels that none is fresh for long: what equals no neighbour is.
-    if (pixelBytes_ == 1) return row.size() - kernels_.countRepeats(row, above);
-    return fresh_.count(row, above);
+    fresh_.restart();
+    for (std::size_t i = first; i < rows.size(); i += std::max<std::size_t>(1, second - first))
+        fresh_.add(rows[i], i == 0 ? Row() : rows[i - 1]);
+    const auto isBelow = [&](std::size_t count, std::size_t percent) {
+        return count * 100 < fresh_.pixels() * percent;
+    };
+    if (pixelBytes_ == 1) return isBelow(fresh_.changed(), changedGreyPercent);
+    return isBelow(fresh_.fresh(), freshPercent) && isBelow(fresh_.changed(), changedPercent);
 }
 
 void PNGStripWriter::pack(Row row, std::uint8_t* to) {

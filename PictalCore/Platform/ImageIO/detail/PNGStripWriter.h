@@ -27,7 +27,6 @@ class PNGStripWriter {
     [[nodiscard]] bool isDrawn(std::span<const Row> rows);
 
   private:
-    std::size_t countFresh(Row row, Row above);
     void pack(Row row, std::uint8_t* to);
 
     const kernels::FilterRowKernels& kernels_;
