@@ -6,7 +6,6 @@
 
 namespace pictal::PNG {
 
-using detail::PixelBuffer;
 using detail::PNGColor;
 using detail::PNGFile;
 using detail::PNGHeader;
@@ -53,18 +52,17 @@ std::expected<CGImage, ReadError> read(std::span<const std::byte> bytes, const R
     if (!file) return std::unexpected(file.error());
     if (auto fits = checkSize(*file, limits); !fits) return std::unexpected(fits.error());
 
-    auto pixels = PixelBuffer::make(file->header.width, file->header.height,
-                                    PixelBuffer::Contents::undefined);
+    auto pixels = detail::makeBufferFor(*file);
     if (!pixels)
         return std::unexpected(
             ReadError(ReadError::Kind::outOfMemory,
                       "not enough memory for " + sizeOf(file->header) + " pixels"));
     const PNGColor color = PNGColor::of(*file);
-    if (!detail::readFast(*file, *pixels)) {
-        const PNGRowReader rows(*file, color);
-        if (auto done = detail::readWithLibPNG(bytes, file->header, rows, *pixels); !done)
-            return std::unexpected(done.error());
-    }
+    const PNGRowReader rows(*file, color);
+    if (const auto opacity = detail::readFast(*file, rows, *pixels))
+        return detail::imageOf(*std::move(pixels), color.space, *opacity);
+    if (auto done = detail::readWithLibPNG(bytes, file->header, rows, *pixels); !done)
+        return std::unexpected(done.error());
     return detail::imageOf(*std::move(pixels), color.space);
 }
 

@@ -20,13 +20,15 @@ namespace {
 /// The rows of a picture as the bytes that a file compresses, a strip at a time from the top.
 class StripSource {
   public:
-    StripSource(const CGImage& image, const PNGPalette* palette)
+    /// @param colorType  palette, or one that strips can have
+    StripSource(const CGImage& image, ColorType colorType, const PNGPalette* palette)
         : image_(image),
-          palette_(palette),
-          writer_(image.width(), image.isOpaque() ? ColorType::rgb : ColorType::rgba),
-          rowBytes_(
-              palette ? 1 + (static_cast<std::size_t>(image.width() * palette->bitDepth()) + 7) / 8
-                      : writer_.rowBytes()) {}
+          palette_(colorType == ColorType::palette ? palette : nullptr),
+          writer_(image.width(), colorType),
+          rowBytes_(palette_
+                        ? 1 + (static_cast<std::size_t>(image.width() * palette_->bitDepth()) + 7) /
+                                  8
+                        : writer_.rowBytes()) {}
 
     [[nodiscard]] std::size_t rowBytes() const { return rowBytes_; }
     /// Bytes of the next strip; 0 at the end.
@@ -35,27 +37,50 @@ class StripSource {
         return std::min(left, PNGStripWriter::rowCount) * rowBytes_;
     }
     void take(std::uint8_t* to) {
-        std::array<PNGStripWriter::Row, PNGStripWriter::rowCount> rows;
-        const std::size_t count = nextSize() / rowBytes_;
-        for (std::size_t i = 0; i < count; ++i)
-            rows[i] = image_.row(next_++);
+        const std::span<const PNGStripWriter::Row> rows = nextRows();
         if (!palette_) {
-            writer_.filter(std::span(rows).first(count), to);
+            writer_.filter(rows, to);
             return;
         }
-        for (std::size_t i = 0; i < count; ++i, to += rowBytes_) {
+        for (const PNGStripWriter::Row row : rows) {
             *to = 0;
-            palette_->pack(rows[i], to + 1);
+            palette_->pack(row, to + 1);
+            to += rowBytes_;
         }
+    }
+    /// Whether some strip is no drawn one; then none is left.
+    [[nodiscard]] bool hasPhotograph() {
+        while (nextSize() > 0)
+            if (!writer_.isDrawn(nextRows())) return true;
+        return false;
     }
 
   private:
+    std::span<const PNGStripWriter::Row> nextRows() {
+        const std::size_t count = nextSize() / rowBytes_;
+        for (std::size_t i = 0; i < count; ++i)
+            rows_[i] = image_.row(next_++);
+        return std::span(rows_).first(count);
+    }
+
     const CGImage& image_;
     const PNGPalette* palette_;
     PNGStripWriter writer_;
     std::size_t rowBytes_;
     std::int64_t next_ = 0;
+    std::array<PNGStripWriter::Row, PNGStripWriter::rowCount> rows_;
 };
+
+/// Few colours are a palette. Of grey, whose levels are always few, only what is drawn is: filtered
+/// levels of a photograph are much smaller than its indices. A profile of RGB fits no grey file.
+ColorType colorTypeFor(const CGImage& image, const PNGPalette* palette) {
+    if (!palette) return image.isOpaque() ? ColorType::rgb : ColorType::rgba;
+    const bool canBeGrey =
+        palette->isGrey() && palette->bitDepth() == 8 && image.colorSpace().iccProfile().empty();
+    if (canBeGrey && StripSource(image, ColorType::grey, palette).hasPhotograph())
+        return ColorType::grey;
+    return ColorType::palette;
+}
 
 using Outcome = std::expected<void, WriteError>;
 
@@ -95,17 +120,13 @@ std::expected<std::vector<std::byte>, WriteError> write(const CGImage& image,
                                                         Compression compression) {
     if (image.width() == 0) return std::unexpected(WriteError::emptyImage);
     const auto palette = PNGPalette::of(image);
+    const ColorType colorType = colorTypeFor(image, palette ? &*palette : nullptr);
+    const bool hasPalette = colorType == ColorType::palette;
     PNGChunkWriter file;
-    if (palette) {
-        file.begin(image.width(), image.height(), ColorType::palette, palette->bitDepth());
-        file.colorSpace(image.colorSpace());
-        file.palette(palette->straightColors());
-    } else {
-        file.begin(image.width(), image.height(),
-                   image.isOpaque() ? ColorType::rgb : ColorType::rgba, 8);
-        file.colorSpace(image.colorSpace());
-    }
-    StripSource strips(image, palette ? &*palette : nullptr);
+    file.begin(image.width(), image.height(), colorType, hasPalette ? palette->bitDepth() : 8);
+    file.colorSpace(image.colorSpace());
+    if (hasPalette) file.palette(palette->straightColors());
+    StripSource strips(image, colorType, palette ? &*palette : nullptr);
     const std::size_t size = strips.rowBytes() * static_cast<std::size_t>(image.height());
     const Outcome done = compression == Compression::fast ? deflateFast(strips, file)
                          : compression == Compression::standard

@@ -48,6 +48,19 @@ inline Words randomWords(std::size_t size) {
     return words;
 }
 
+/// Undoes the filters of rows: of each a filter type, then its bytes.
+inline Bytes unfiltered(Bytes rows, std::size_t step, std::size_t pixel) {
+    for (std::size_t at = 0; at < rows.size(); ++at) {
+        if (at % step == 0) continue;
+        const bool hasLeft = at % step > pixel, hasUp = at >= step;
+        const int a = hasLeft ? rows[at - pixel] : 0, b = hasUp ? rows[at - step] : 0;
+        const int c = hasLeft && hasUp ? rows[at - step - pixel] : 0;
+        const auto filter = static_cast<RowFilter>(rows[at - at % step]);
+        rows[at] = static_cast<std::uint8_t>(rows[at] + prediction(filter, a, b, c));
+    }
+    return rows;
+}
+
 /// With a margin of zeros before the bytes.
 inline Bytes randomRow(std::size_t size) {
     Bytes row(rowMargin);

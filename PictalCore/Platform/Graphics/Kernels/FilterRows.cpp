@@ -25,18 +25,6 @@ PICTAL_BODY void packRGBBody(Words pixels, std::uint8_t* to) {
         std::memcpy(to, &pixels[i], 3);
 }
 
-PICTAL_BODY std::size_t countRepeatsBody(Words row, Words above) {
-    std::uint32_t count = 0;
-    if (above.empty()) {
-        for (std::size_t i = 1; i < row.size(); ++i)
-            count += row[i] == row[i - 1];
-        return count;
-    }
-    for (std::size_t i = 1; i < row.size(); ++i)
-        count += std::uint32_t{row[i] == row[i - 1]} | std::uint32_t{row[i] == above[i]};
-    return count + std::size_t{row[0] == above[0]};
-}
-
 PICTAL_BODY std::uint8_t paethPrediction(std::uint8_t left, std::uint8_t up, std::uint8_t upLeft) {
     const auto a = static_cast<std::int16_t>(left);
     const auto b = static_cast<std::int16_t>(up);
@@ -121,7 +109,6 @@ PICTAL_BODY void filterBody(RowFilter filter, Bytes row, const std::uint8_t* abo
 template <template <auto> class At>
 constexpr FilterRowKernels tableAt{
     At<packRGBBody>::run,
-    At<countRepeatsBody>::run,
     At<filterCostsBody>::run,
     At<filterBody>::run,
 };

@@ -25,9 +25,6 @@ inline constexpr std::size_t rowMargin = 8;
 struct FilterRowKernels {
     /// Drops the alpha: three bytes a pixel.
     void (*packRGB)(std::span<const std::uint32_t> pixels, std::uint8_t* to);
-    /// How many pixels equal their left or their upper neighbour; without a row above, their left.
-    std::size_t (*countRepeats)(std::span<const std::uint32_t> row,
-                                std::span<const std::uint32_t> above);
     /// For each filter the sum of the absolute values, as signed bytes, that it would leave.
     /// @param row    has a margin, as has `above`
     /// @param pixel  bytes a pixel, at most 8

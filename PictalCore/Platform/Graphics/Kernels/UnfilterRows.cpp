@@ -1,113 +1,189 @@
 #include "PictalCore/Platform/Graphics/Kernels/UnfilterRows.h"
 
-#include <bit>
-#include <cstring>
+#include "PictalCore/Platform/Graphics/Kernels/UnfilterByteWave.h"
+#include "PictalCore/Platform/Graphics/Kernels/UnfilterWave.h"
+
+#include <algorithm>
 
 namespace pictal::kernels {
 
 namespace {
 
-/// The four components of a pixel in 16 bits each, and four more that are not used: vectors of
-/// this size are the processor's own. Every pixel waits for the one on its left, so that only the
-/// components go side by side.
-using Components [[gnu::vector_size(16)]] = std::int16_t;
-using Halves [[gnu::vector_size(16)]] = std::uint64_t;
-
-Components componentsOf(std::uint32_t word) {
-    std::uint64_t spread = (word | std::uint64_t{word} << 16) & 0x0000'FFFF'0000'FFFF;
-    spread = (spread | spread << 8) & 0x00FF'00FF'00FF'00FF;
-    return std::bit_cast<Components>(Halves{spread, 0});
-}
-
-std::uint32_t wordOf(Components components) {
-    std::uint64_t spread = std::bit_cast<Halves>(components)[0];
-    spread = (spread | spread >> 8) & 0x0000'FFFF'0000'FFFF;
-    return static_cast<std::uint32_t>(spread | spread >> 16);
-}
-
-Components chosen(Components mask, Components yes, Components no) {
-    return (mask & yes) | (~mask & no);
-}
-
-/// Of left, up and upper left the one that is nearest to left + up − upLeft, in this order when two
-/// are as near. Written with a = left and so on: where c lies between a and b, the sum does too,
-/// and c is nearest unless 3c − a − b passes one of them.
-Components paethPrediction(Components left, Components up, Components threeUpLeftMinusUp,
-                           Components upLeft) {
-    const Components threshold = threeUpLeftMinusUp - left;
-    const Components low = left < up ? left : up;
-    const Components high = left < up ? up : left;
-    return chosen(low >= threshold, high, chosen(threshold >= high, low, upLeft));
-}
-
-/// Four sums of bytes, without carries from one to the next.
-std::uint32_t sum(std::uint32_t a, std::uint32_t b) {
-    return ((a & 0x7F7F7F7F) + (b & 0x7F7F7F7F)) ^ ((a ^ b) & 0x80808080);
-}
+using namespace vectors;
 
 /// Four means of bytes, rounded down.
-std::uint32_t mean(std::uint32_t a, std::uint32_t b) {
+PICTAL_BODY std::uint32_t mean(std::uint32_t a, std::uint32_t b) {
     return (a & b) + (((a ^ b) >> 1) & 0x7F7F7F7F);
 }
 
-/// @param alpha  is or-ed to every pixel
-template <std::size_t pixelBytes, std::uint32_t alpha>
-void unfilter(RowFilter filter, const std::uint8_t* from, std::span<const std::uint32_t> above,
-              std::span<std::uint32_t> to) {
-    const auto stored = [=](std::size_t i) {
+/// Four sums of bytes, without carries from one to the next.
+PICTAL_BODY std::uint32_t wordSum(std::uint32_t a, std::uint32_t b) {
+    return ((a & 0x7F7F7F7F) + (b & 0x7F7F7F7F)) ^ ((a ^ b) & 0x80808080);
+}
+
+/// A row of which every pixel is known without its left neighbour, or waits for it only in a sum.
+/// @param next  what four stored pixels become, given what is above them
+template <std::size_t pixelBytes, bool shuffles>
+PICTAL_BODY void byFours(const std::uint8_t* from, const std::uint32_t* above, const PixelRows& to,
+                         auto&& next) {
+    std::size_t x = 0;
+    for (; x + 4 <= to.width; x += 4)
+        storeWords(
+            next(loadPixels<pixelBytes, shuffles>(from + x * pixelBytes), loadWords(above + x)),
+            to.first + x);
+    std::uint32_t stored[4] = {}, up[4] = {}, done[4];
+    for (std::size_t i = 0; x + i < to.width; ++i) {
+        std::memcpy(&stored[i], from + (x + i) * pixelBytes, 4);
+        up[i] = above[x + i];
+    }
+    storeWords(next(loadWords(stored), loadWords(up)), done);
+    std::copy_n(done, to.width - x, to.first + x);
+}
+
+template <std::size_t pixelBytes, bool shuffles>
+PICTAL_BODY void paethRow(const std::uint8_t* from, const std::uint32_t* above, const PixelRows& to,
+                          std::uint32_t alpha) {
+    using In = InLanes<1>;
+    Pair left{}, upLeft{};
+    for (std::size_t x = 0; x < to.width; ++x) {
         std::uint32_t word = 0;
-        std::memcpy(&word, from + i * pixelBytes, 4);
-        return word;
-    };
-    std::uint32_t left = 0;
-    switch (filter) {
-        case RowFilter::none:
-            for (std::size_t i = 0; i < to.size(); ++i)
-                to[i] = stored(i) | alpha;
-            break;
-        case RowFilter::sub:
-            for (std::size_t i = 0; i < to.size(); ++i) {
-                left = sum(stored(i), left);
-                to[i] = left | alpha;
-            }
-            break;
-        case RowFilter::up:
-            for (std::size_t i = 0; i < to.size(); ++i)
-                to[i] = sum(stored(i), above[i]) | alpha;
-            break;
-        case RowFilter::average:
-            for (std::size_t i = 0; i < to.size(); ++i) {
-                left = sum(stored(i), mean(left, above[i]));
-                to[i] = left | alpha;
-            }
-            break;
-        case RowFilter::paeth: {
-            Components leftOne{};
-            Components upLeft{};
-            const Components byte = Components{} + 255;
-            for (std::size_t i = 0; i < to.size(); ++i) {
-                const Components up = componentsOf(above[i]);
-                const Components prediction =
-                    paethPrediction(leftOne, up, upLeft + upLeft + upLeft - up, upLeft);
-                leftOne = (componentsOf(stored(i)) + prediction) & byte;
-                upLeft = up;
-                to[i] = wordOf(leftOne) | alpha;
-            }
-            break;
-        }
+        std::memcpy(&word, from + x * pixelBytes, 4);
+        const Pair up = In::lowerPair(Words4{above[x], 0, 0, 0});
+        left = sum(In::lowerPair(Words4{word, 0, 0, 0}), wave::paethPrediction(left, up, upLeft));
+        upLeft = up;
+        to.first[x] = In::packed(left, left)[0] | alpha;
     }
 }
 
-}  // namespace
-
-void unfilterRGB(RowFilter filter, const std::uint8_t* from, std::span<const std::uint32_t> above,
-                 std::span<std::uint32_t> to) {
-    unfilter<3, 0xFF000000>(filter, from, above, to);
+template <std::size_t pixelBytes, std::uint32_t alpha, bool shuffles>
+PICTAL_BODY void unfilterOne(RowFilter filter, const std::uint8_t* from, const std::uint32_t* above,
+                             const PixelRows& to) {
+    const auto put = [&](auto&& next) { byFours<pixelBytes, shuffles>(from, above, to, next); };
+    switch (filter) {
+        case RowFilter::none:
+            put([](Words4 stored, Words4) { return stored | alpha; });
+            break;
+        case RowFilter::sub: {
+            Words4 left{};
+            put([&](Words4 stored, Words4) {
+                const Words4 twos =
+                    sum(stored, __builtin_shufflevector(stored, Words4{}, 4, 0, 1, 2));
+                const Words4 fours = sum(twos, __builtin_shufflevector(twos, Words4{}, 4, 4, 0, 1));
+                const Words4 done = sum(fours, left);
+                left = __builtin_shufflevector(done, done, 3, 3, 3, 3);
+                return done | alpha;
+            });
+            break;
+        }
+        case RowFilter::up:
+            put([](Words4 stored, Words4 up) { return sum(stored, up) | alpha; });
+            break;
+        case RowFilter::average: {
+            std::uint32_t left = 0;
+            for (std::size_t x = 0; x < to.width; ++x) {
+                std::uint32_t word = 0;
+                std::memcpy(&word, from + x * pixelBytes, 4);
+                left = wordSum(word, mean(left, above[x]));
+                to.first[x] = left | alpha;
+            }
+            break;
+        }
+        case RowFilter::paeth:
+            paethRow<pixelBytes, shuffles>(from, above, to, alpha);
+            break;
+    }
 }
 
-void unfilterRGBA(RowFilter filter, const std::uint8_t* from, std::span<const std::uint32_t> above,
-                  std::span<std::uint32_t> to) {
-    unfilter<4, 0>(filter, from, above, to);
+constexpr bool isChain(std::uint8_t filter) {
+    return filter == static_cast<std::uint8_t>(RowFilter::average) ||
+           filter == static_cast<std::uint8_t>(RowFilter::paeth);
+}
+
+/// How the next eight rows are best done.
+enum class Together { none, mixed, allPaeth };
+
+/// Together where the first one and another are chains; else the first goes faster alone.
+Together togetherOf(const std::uint8_t* filters, std::size_t step, std::size_t count) {
+    if (count < unfilteredAtOnce || !isChain(filters[0])) return Together::none;
+    int chains = 0, paeths = 0;
+    for (std::size_t i = 0; i < unfilteredAtOnce; ++i) {
+        const std::uint8_t filter = filters[i * step];
+        if (filter >= rowFilterCount) return Together::none;
+        chains += isChain(filter) ? 1 : 0;
+        paeths += filter == static_cast<std::uint8_t>(RowFilter::paeth) ? 1 : 0;
+    }
+    return chains < 2                   ? Together::none
+           : paeths == unfilteredAtOnce ? Together::allPaeth
+                                        : Together::mixed;
+}
+
+template <std::size_t pixelBytes, std::uint32_t alpha, bool shuffles>
+PICTAL_BODY std::size_t unfilterPixels(const StoredRows& from, const std::uint32_t* above,
+                                       const PixelRows& to) {
+    switch (togetherOf(from.first, from.step, from.count)) {
+        case Together::allPaeth:
+            wave::Wave<shuffles ? 2 : 1, pixelBytes, alpha, false>(from, above, to).run();
+            return unfilteredAtOnce;
+        case Together::mixed:
+            wave::Wave<shuffles ? 2 : 1, pixelBytes, alpha, true>(from, above, to).run();
+            return unfilteredAtOnce;
+        case Together::none:
+            break;
+    }
+    if (*from.first >= rowFilterCount) return 0;
+    unfilterOne<pixelBytes, alpha, shuffles>(static_cast<RowFilter>(*from.first), from.first + 1,
+                                             above, to);
+    return 1;
+}
+
+PICTAL_BODY std::size_t unfilterBytes(std::uint8_t* first, std::size_t step, std::size_t count,
+                                      const std::uint8_t* above) {
+    const std::size_t size = step - 1;
+    if (togetherOf(first, step, count) != Together::none) {
+        wave::ByteWave(first, step, size, above).run();
+        return unfilteredAtOnce;
+    }
+    if (*first >= rowFilterCount) return 0;
+    std::uint8_t* const row = first + 1;
+    std::uint8_t left = 0, upLeft = 0;
+    switch (static_cast<RowFilter>(*first)) {
+        case RowFilter::none:
+            break;
+        case RowFilter::sub:
+            for (std::size_t i = 0; i < size; ++i)
+                row[i] = left = static_cast<std::uint8_t>(row[i] + left);
+            break;
+        case RowFilter::up:
+            for (std::size_t i = 0; i < size; ++i)
+                row[i] = static_cast<std::uint8_t>(row[i] + above[i]);
+            break;
+        case RowFilter::average:
+            for (std::size_t i = 0; i < size; ++i)
+                row[i] = left = static_cast<std::uint8_t>(row[i] + ((left + above[i]) >> 1));
+            break;
+        case RowFilter::paeth:
+            for (std::size_t i = 0; i < size; ++i) {
+                row[i] = left = static_cast<std::uint8_t>(
+                    row[i] + wave::paethPrediction<int>(left, above[i], upLeft));
+                upLeft = above[i];
+            }
+            break;
+    }
+    return 1;
+}
+
+template <template <auto> class At, bool shuffles>
+constexpr UnfilterKernels tableAt{
+    At<unfilterPixels<3, 0xFF000000, shuffles>>::run,
+    At<unfilterPixels<4, 0, shuffles>>::run,
+    At<unfilterBytes>::run,
+};
+
+}  // namespace
+
+const UnfilterKernels& unfilterKernels(Target target) {
+    // Vectors of four pixels gain nothing by the highest target, whose comparisons take longer.
+    return tableFor(target, tableAt<AtPlain, false>, tableAt<AtV3, true>, tableAt<AtV3, true>);
 }
 
 }  // namespace pictal::kernels

@@ -14,6 +14,7 @@ namespace {
 /// padding: a pixel in 64 bytes.
 constexpr std::size_t rowAlignment = 64;
 constexpr std::size_t alignFrom = 1024;
+static_assert(PixelBuffer::greatestPadding == rowAlignment - sizeof(std::uint32_t));
 constexpr std::size_t page = 4096;
 constexpr std::size_t hugePage = std::size_t{2} << 20;
 constexpr std::size_t mapFrom = std::size_t{4} << 20;
@@ -59,12 +60,14 @@ bool PixelBuffer::isWithinLimits(std::int64_t width, std::int64_t height) {
 }
 
 std::optional<PixelBuffer> PixelBuffer::make(std::int64_t width, std::int64_t height,
-                                             Contents contents) {
+                                             Contents contents, std::size_t spare) {
     if (!isWithinLimits(width, height)) return std::nullopt;
     const std::size_t rowBytes = rowBytesFor(width);
-    const std::size_t bytes = rowBytes * static_cast<std::size_t>(height);
+    const std::size_t pixelBytes = rowBytes * static_cast<std::size_t>(height);
+    const std::size_t bytes = pixelBytes + spare;
 
     PixelBuffer buffer(width, height, static_cast<std::int64_t>(rowBytes / 4));
+    buffer.bytes_ = bytes;
     if (bytes >= mapFrom) {
         const std::size_t mapped = mappedSize(bytes);
         buffer.pixels_ = static_cast<std::uint32_t*>(mapAligned(mapped));
@@ -76,7 +79,7 @@ std::optional<PixelBuffer> PixelBuffer::make(std::int64_t width, std::int64_t he
     if (!buffer.pixels_) return std::nullopt;
     // Mapped pages come zeroed; writing them here would cost as much as the picture itself.
     if (contents == Contents::transparent && buffer.mappedBytes_ == 0)
-        std::memset(buffer.pixels_, 0, bytes);
+        std::memset(buffer.pixels_, 0, pixelBytes);
     return buffer;
 }
 
@@ -85,6 +88,7 @@ PixelBuffer::PixelBuffer(PixelBuffer&& other) noexcept
       height_(std::exchange(other.height_, 0)),
       stride_(std::exchange(other.stride_, 0)),
       pixels_(std::exchange(other.pixels_, nullptr)),
+      bytes_(std::exchange(other.bytes_, 0)),
       mappedBytes_(std::exchange(other.mappedBytes_, 0)) {}
 
 PixelBuffer& PixelBuffer::operator=(PixelBuffer&& other) noexcept {
@@ -94,6 +98,7 @@ PixelBuffer& PixelBuffer::operator=(PixelBuffer&& other) noexcept {
         height_ = std::exchange(other.height_, 0);
         stride_ = std::exchange(other.stride_, 0);
         pixels_ = std::exchange(other.pixels_, nullptr);
+        bytes_ = std::exchange(other.bytes_, 0);
         mappedBytes_ = std::exchange(other.mappedBytes_, 0);
     }
     return *this;

@@ -23,9 +23,13 @@ class PixelBuffer {
   public:
     enum class Contents { undefined, transparent };
 
+    /// A row is at most so many bytes longer than its pixels.
+    static constexpr std::size_t greatestPadding = 60;
+
+    /// @param spare  bytes to have behind the last row, for who makes the pixels
     /// @return nothing for a size that is not positive, is over the limits, or does not fit memory
     [[nodiscard]] static std::optional<PixelBuffer> make(std::int64_t width, std::int64_t height,
-                                                         Contents);
+                                                         Contents, std::size_t spare = 0);
 
     /// Whether `make` fails for such a size only where the memory is missing.
     [[nodiscard]] static bool isWithinLimits(std::int64_t width, std::int64_t height);
@@ -48,6 +52,11 @@ class PixelBuffer {
         return {pixels_ + y * stride_, static_cast<std::size_t>(width_)};
     }
 
+    /// All rows, and then the spare bytes.
+    [[nodiscard]] std::span<std::byte> memory() {
+        return {reinterpret_cast<std::byte*>(pixels_), bytes_};
+    }
+
   private:
     PixelBuffer(std::int64_t width, std::int64_t height, std::int64_t stride)
         : width_(width), height_(height), stride_(stride) {}
@@ -57,6 +66,7 @@ class PixelBuffer {
     std::int64_t height_ = 0;
     std::int64_t stride_ = 0;
     std::uint32_t* pixels_ = nullptr;
+    std::size_t bytes_ = 0;
     std::size_t mappedBytes_ = 0;  // 0: from the heap
 };
 

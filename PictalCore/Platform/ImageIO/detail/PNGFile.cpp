@@ -24,11 +24,11 @@ constexpr std::array<PNGPass, 7> adam7{{{0, 0, 8, 8},
                                         {1, 0, 2, 2},
                                         {0, 1, 1, 2}}};
 
-/// Chunks that the standard knows, besides the critical ones; in what order they may stand is for
-/// libpng to judge.
-constexpr std::array<std::string_view, 17> ancillaryChunks{
-    "tRNS", "gAMA", "cHRM", "sRGB", "iCCP", "sBIT", "bKGD", "hIST", "pHYs",
-    "sPLT", "tIME", "tEXt", "zTXt", "iTXt", "eXIf", "cICP", "oFFs"};
+/// Chunks that the standard knows besides the header, the pixels and the end; in what order they
+/// may stand is mostly for libpng to judge.
+constexpr std::array<std::string_view, 18> knownChunks{
+    "PLTE", "tRNS", "gAMA", "cHRM", "sRGB", "iCCP", "sBIT", "bKGD", "hIST",
+    "pHYs", "sPLT", "tIME", "tEXt", "zTXt", "iTXt", "eXIf", "cICP", "oFFs"};
 
 struct Chunk {
     std::string_view type;
@@ -183,9 +183,13 @@ std::expected<PNGFile, ReadError> PNGFile::parse(Bytes bytes, Extent extent) {
             continue;
         }
         pixelsEnded = !file.imageData.empty();
-        if (std::ranges::find(ancillaryChunks, chunk->type) == ancillaryChunks.end())
+        if (std::ranges::find(knownChunks, chunk->type) == knownChunks.end())
             file.hasPlainLayout = false;
         Bytes* const place = placeOf(file, chunk->type);
+        const bool isColors = place == &file.palette || place == &file.transparency;
+        if (isColors && (pixelsEnded || chunk->data.empty() || !place->empty() ||
+                         (place == &file.palette && !file.transparency.empty())))
+            file.hasPlainLayout = false;
         if (place && !pixelsEnded && place->empty()) *place = chunk->data;
     }
 }

@@ -46,7 +46,8 @@ struct PNGFile {
     /// The first chunk of each kind that stands before the pixels; empty where there is none.
     Bytes palette, transparency, codingPoints, profile, standardRGB, gamma, chromaticities;
     std::vector<Bytes> imageData;
-    /// Whether nothing is there but chunks that the standard knows, the pixels in one run of them.
+    /// Whether nothing is there but chunks that the standard knows, the pixels in one run of them,
+    /// and a palette and transparency once at most, in this order before them.
     bool hasPlainLayout = true;
 
     [[nodiscard]] static std::expected<PNGFile, PNG::ReadError> parse(Bytes bytes, Extent extent);

@@ -63,6 +63,13 @@ std::vector<std::uint32_t> PNGPalette::straightColors() const {
     return straight;
 }
 
+bool PNGPalette::isGrey() const {
+    return std::ranges::all_of(colors_, [](std::uint32_t color) {
+        const std::uint32_t level = color & 255;
+        return color == kernels::pixelOf(level, level, level, 255);
+    });
+}
+
 int PNGPalette::bitDepth() const {
     return colors_.size() <= 2 ? 1 : colors_.size() <= 4 ? 2 : colors_.size() <= 16 ? 4 : 8;
 }

@@ -18,6 +18,8 @@ class PNGPalette {
     [[nodiscard]] std::vector<std::uint32_t> straightColors() const;
     /// 1, 2, 4 or 8: the least that can count the colours.
     [[nodiscard]] int bitDepth() const;
+    /// Whether every colour is an opaque grey.
+    [[nodiscard]] bool isGrey() const;
     /// Writes a row of indices, the first pixel in the highest bits.
     void pack(std::span<const std::uint32_t> row, std::uint8_t* to) const;
 

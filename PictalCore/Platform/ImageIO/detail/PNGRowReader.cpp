@@ -28,10 +28,22 @@ constexpr std::uint32_t word16(const std::uint8_t* bytes) {
     return static_cast<std::uint32_t>(bytes[0]) << 8 | bytes[1];
 }
 
-/// The sample of `depth` bits, at most 8, at a place in a row.
-constexpr std::uint32_t packedSample(const std::uint8_t* row, std::size_t index, int depth) {
-    const std::size_t bit = index * static_cast<std::size_t>(depth);
-    return row[bit / 8] >> (8 - depth - static_cast<int>(bit % 8)) & ((1 << depth) - 1);
+/// Looks up rows of bytes that hold so many pixels each.
+template <std::size_t perByte>
+std::uint32_t lookUp(const std::uint32_t* table, const std::uint8_t* stored,
+                     std::span<std::uint32_t> pixels) {
+    std::uint32_t all = ~0U;
+    std::size_t i = 0;
+    for (; i + perByte <= pixels.size(); i += perByte) {
+        const std::uint32_t* const from = table + *stored++ * perByte;
+        for (std::size_t j = 0; j < perByte; ++j) {
+            pixels[i + j] = from[j];
+            all &= from[j];
+        }
+    }
+    for (std::size_t j = 0; i < pixels.size(); ++i, ++j)
+        all &= pixels[i] = table[*stored * perByte + j];
+    return all;
 }
 
 }  // namespace
@@ -51,6 +63,14 @@ PNGRowReader::PNGRowReader(const PNGFile& file, const PNGColor& color) : header_
     }
     if (header_.colorType == ColorType::palette) colors_ = paletteColors(file);
     if (header_.colorType == ColorType::grey) colors_ = greyColors();
+    if (!colors_.empty() && header_.bitDepth <= 8) fillByteTable();
+}
+
+void PNGRowReader::fillByteTable() {
+    const int depth = header_.bitDepth;
+    for (unsigned byte = 0; byte < 256; ++byte)
+        for (int shift = 8 - depth; shift >= 0; shift -= depth)
+            byteTable_.push_back(colors_[byte >> shift & ((1U << depth) - 1)]);
 }
 
 bool PNGRowReader::isKey(const Sample& sample) const {
@@ -84,22 +104,39 @@ std::vector<std::uint32_t> PNGRowReader::greyColors() const {
     return colors;
 }
 
-void PNGRowReader::convert(const std::uint8_t* stored, std::span<std::uint32_t> pixels) const {
-    if (!colors_.empty())
-        convertIndexed(stored, pixels);
-    else
-        convertSamples(stored, pixels);
+bool PNGRowReader::convert(const std::uint8_t* stored, std::span<std::uint32_t> pixels) const {
+    const std::uint32_t all = !byteTable_.empty() ? convertBytes(stored, pixels)
+                              : !colors_.empty()  ? convertWide(stored, pixels)
+                                                  : convertSamples(stored, pixels);
+    return kernels::alphaOf(all) == 255;
 }
 
-void PNGRowReader::convertIndexed(const std::uint8_t* stored,
-                                  std::span<std::uint32_t> pixels) const {
-    const int depth = header_.bitDepth;
+std::uint32_t PNGRowReader::convertBytes(const std::uint8_t* stored,
+                                         std::span<std::uint32_t> pixels) const {
+    const std::uint32_t* const table = byteTable_.data();
+    switch (header_.bitDepth) {
+        case 1:
+            return lookUp<8>(table, stored, pixels);
+        case 2:
+            return lookUp<4>(table, stored, pixels);
+        case 4:
+            return lookUp<2>(table, stored, pixels);
+        default:
+            return lookUp<1>(table, stored, pixels);
+    }
+}
+
+std::uint32_t PNGRowReader::convertWide(const std::uint8_t* stored,
+                                        std::span<std::uint32_t> pixels) const {
+    std::uint32_t all = ~0U;
     for (std::size_t i = 0; i < pixels.size(); ++i)
-        pixels[i] = colors_[depth == 16 ? word16(stored + i * 2) : packedSample(stored, i, depth)];
+        all &= pixels[i] = colors_[word16(stored + i * 2)];
+    return all;
 }
 
-void PNGRowReader::convertSamples(const std::uint8_t* stored,
-                                  std::span<std::uint32_t> pixels) const {
+std::uint32_t PNGRowReader::convertSamples(const std::uint8_t* stored,
+                                           std::span<std::uint32_t> pixels) const {
+    std::uint32_t all = ~0U;
     const bool isWide = header_.bitDepth == 16;
     const bool isGrey = header_.colorType == ColorType::greyAlpha;
     const bool hasAlpha = isGrey || header_.colorType == ColorType::rgba;
@@ -125,7 +162,9 @@ void PNGRowReader::convertSamples(const std::uint8_t* stored,
         else
             pixels[i] = kernels::premultiplied(
                 kernels::pixelOf(sample.red, sample.green, sample.blue, sample.alpha));
+        all &= pixels[i];
     }
+    return all;
 }
 
 }  // namespace pictal::detail

@@ -1,3 +1,4 @@
+#include "PictalCore/Platform/Graphics/Pixels/ColorProfile.h"
 #include "PictalCore/Platform/ImageIO/PNG.h"
 #include "Tests/Support/LibPNGDecoder.h"
 #include "Tests/Support/PictureProbe.h"
@@ -59,6 +60,44 @@ TEST(PNGWrite, FewColoursBecomeAPalette) {
             EXPECT_EQ(info->hasAlpha, count > 1) << name;
             EXPECT_EQ(info->colorSpace, "sRGB") << name;
         }
+}
+
+/// The photograph in the sample, as grey.
+CGImage greyPhotograph(const CGColorSpace& space = CGColorSpace::sRGB()) {
+    return pictureOf(
+        300, 200,
+        [](std::uint32_t x, std::uint32_t y) {
+            return (sampleScreenshot().row(y + 300)[x + 600] & 255) * 0x010101 | 0xFF000000;
+        },
+        space);
+}
+
+TEST(PNGWrite, GreyPhotographsAreFilteredAndDrawnGreyIsAPalette) {
+    using enum PNG::ColorType;
+    const auto typeOf = [](const CGImage& image) {
+        return PNG::readInfo(*PNG::write(image))->colorType;
+    };
+    const CGImage photograph = greyPhotograph();
+    expectComesBack(photograph, "grey photograph");
+    EXPECT_EQ(typeOf(photograph), grey);
+    expectComesBack(greyPhotograph(CGColorSpace::deviceRGB()), "untagged");
+    // A grey file cannot carry a profile of RGB.
+    const auto profile =
+        CGColorSpace::fromICCProfile(*detail::makeRGBProfile({}, detail::ToneCurve::power(1)));
+    EXPECT_EQ(typeOf(greyPhotograph(*profile)), palette);
+    // Text on paper, with a grey for every degree of an edge.
+    const CGImage text = pictureOf(300, 100, [](std::uint32_t x, std::uint32_t y) {
+        return (sampleScreenshot().row(y + 150)[x + 512] & 255) * 0x010101 | 0xFF000000;
+    });
+    expectComesBack(text, "grey text");
+    EXPECT_EQ(typeOf(text), palette);
+    EXPECT_EQ(typeOf(pictureOf(64, 64,
+                               [](std::uint32_t x, std::uint32_t y) {
+                                   return 0xFF000000 | (x * 4 ^ y * 3) % 200 * 0x010101 |
+                                          (x + y == 0 ? 1 : 0);
+                               })),
+              palette)
+        << "one pixel is not grey";
 }
 
 TEST(PNGWrite, ASmallerFileTakesMoreWork) {

@@ -25,7 +25,7 @@ INSTANTIATE_TEST_SUITE_P(EveryTarget, FilterRows, testing::ValuesIn(allTargets))
 
 TEST_P(FilterRows, FiltersAndTheirCostsAreThoseOfTheStandard) {
     for (std::size_t size = 1; size <= 600; size += size < 130 ? 1 : 47)
-        for (const std::size_t pixel : {3U, 4U}) {
+        for (const std::size_t pixel : {1U, 3U, 4U}) {
             const Bytes row = randomRow(size), above = randomRow(size);
             const auto bytes = std::span(row).subspan(rowMargin);
             const auto costs = kernels_.filterCosts(bytes, &above[rowMargin], pixel);
@@ -43,25 +43,16 @@ TEST_P(FilterRows, FiltersAndTheirCostsAreThoseOfTheStandard) {
         }
 }
 
-TEST_P(FilterRows, PacksAndCountsAtEveryWidth) {
+TEST_P(FilterRows, PacksAtEveryWidth) {
     for (std::size_t width = 1; width <= 130; ++width) {
-        Words row = randomWords(width), above = randomWords(width);
+        const Words row = randomWords(width);
         Bytes expected, packed(width * 3 + 64, 0xA5);
-        std::size_t lefts = 0, both = 0;
-        for (std::size_t i = 0; i < width; ++i) {
-            if (i % 3 == 1) row[i] = row[i - 1];
-            if (i % 5 == 0) row[i] = above[i];
+        for (const std::uint32_t word : row)
             for (int shift = 0; shift < 24; shift += 8)
-                expected.push_back(static_cast<std::uint8_t>(row[i] >> shift));
-            const bool likeLeft = i > 0 && row[i - 1] == row[i];
-            lefts += likeLeft ? 1 : 0;
-            both += likeLeft || above[i] == row[i] ? 1 : 0;
-        }
+                expected.push_back(static_cast<std::uint8_t>(word >> shift));
         expected.resize(packed.size(), 0xA5);
         kernels_.packRGB(row, packed.data());
         EXPECT_EQ(packed, expected) << width;
-        EXPECT_EQ(kernels_.countRepeats(row, {}), lefts) << width;
-        EXPECT_EQ(kernels_.countRepeats(row, above), both) << width;
     }
 }
 
