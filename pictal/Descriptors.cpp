@@ -62,12 +62,8 @@ fs::path followingLinks(fs::path path) {
 
 std::expected<void, Failure> writeAll(int descriptor, const std::string& name,
                                       std::span<const std::byte> bytes) {
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(descriptor, bytes.data(), bytes.size());
-        if (count < 0 && errno == EINTR) continue;
-        if (count < 0) return workFailed(lastErrorOf(name));
-        bytes = bytes.subspan(static_cast<std::size_t>(count));
-    }
+    if (const auto written = writeDescriptor(descriptor, name, bytes); !written)
+        return workFailed(written.error().description());
     return {};
 }
 

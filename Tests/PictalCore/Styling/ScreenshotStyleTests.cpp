@@ -55,9 +55,6 @@ TEST(ScreenshotStyle, RefusesWhatIsNoStyle) {
     expectDecodingErrors<ScreenshotStyle>({
         {R"({"background": "Transparent"})", dataCorrupted,
          R"(background: Unknown value "Transparent".)"},
-        {R"({"cardEffect": ""})", dataCorrupted, R"(cardEffect: Unknown value "".)"},
-        {R"({"shadow": {"blur": 1, "offsetX": 0, "offsetY": 0, "opacity": 1}})", keyNotFound,
-         R"(shadow: The key "color" is missing.)"},
         {R"({"cornerRadius": "22", "shadow": {"blur": 1, "offsetX": 0, "offsetY": 0, "opacity": 1,
              "color": {}}})",
          keyNotFound, R"(shadow.color: The key "red" is missing.)"},
