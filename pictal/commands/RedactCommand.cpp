@@ -1,6 +1,6 @@
 #include "PictalCore/Support/LogMetadataSanitizer.h"
+#include "pictal/Arguments.h"
 #include "pictal/Descriptors.h"
-#include "pictal/InputOutput.h"
 #include "pictal/Messages.h"
 #include "pictal/commands/Commands.h"
 
@@ -29,7 +29,8 @@ void setUp(CLI::App& command, Options& options) {
         ->description("Each line is an error description, or any text (the default)")
         ->excludes(key);
     command.add_option("--max", options.maximum, "The most characters that a line keeps")
-        ->check(CLI::Range(std::int64_t{0}, std::numeric_limits<std::int64_t>::max(), "COUNT"));
+        ->transform(wholeNumber(0))
+        ->type_name("COUNT");
 }
 
 std::string redacted(std::string_view line, const Options& options) {
