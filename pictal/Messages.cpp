@@ -1,5 +1,6 @@
 #include "pictal/Messages.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 
@@ -69,8 +70,20 @@ std::string inQuotes(std::string_view text) {
     return fmt::format("\"{}{}\"", text.substr(0, end), end < text.size() ? "…" : "");
 }
 
+std::string messageLine(std::string_view message) {
+    std::string cut;
+    for (;;) {
+        const std::size_t open = std::min(message.find('"'), message.size());
+        const std::size_t close = message.find('"', open + 1);
+        if (close == message.npos) return escaped(cut.append(message));
+        cut.append(message.substr(0, open))
+            .append(inQuotes(message.substr(open + 1, close - open - 1)));
+        message.remove_prefix(close + 1);
+    }
+}
+
 void complain(std::string_view message) {
-    const std::string line = "pictal: " + escaped(message) + "\n";
+    const std::string line = "pictal: " + messageLine(message) + "\n";
     (void)std::fwrite(line.data(), 1, line.size(), stderr);
 }
 

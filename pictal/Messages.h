@@ -14,7 +14,11 @@ namespace pictal::program {
 /// The text in quotation marks, cut after 80 characters.
 [[nodiscard]] std::string inQuotes(std::string_view text);
 
-/// One line on standard error: "pictal: MESSAGE".
+/// One line for people of a message, also of one by the library: escaped, and with what stands in
+/// quotation marks cut.
+[[nodiscard]] std::string messageLine(std::string_view message);
+
+/// Says "pictal: MESSAGE" on standard error.
 void complain(std::string_view message);
 
 }  // namespace pictal::program

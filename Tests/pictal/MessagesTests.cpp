@@ -31,6 +31,9 @@ TEST(Messages, QuotesEightyCharacters) {
     EXPECT_EQ(inQuotes(repeated("世", 80)), "\"" + repeated("世", 80) + "\"");
     EXPECT_EQ(inQuotes(repeated("世", 81)), "\"" + repeated("世", 80) + "…\"");
     EXPECT_EQ(inQuotes(""), "\"\"");
+    EXPECT_EQ(
+        messageLine("a\n \"" + repeated("世", 200) + "\" is \"b\", not \"" + repeated("c", 99)),
+        "a\\n \"" + repeated("世", 80) + "…\" is \"b\", not \"" + repeated("c", 99));
 }
 
 }  // namespace pictal::program

@@ -1,7 +1,6 @@
 #include "PictalCore/Support/LogMetadataSanitizer.h"
 #include "pictal/Arguments.h"
 #include "pictal/Descriptors.h"
-#include "pictal/InputOutput.h"
 #include "pictal/Messages.h"
 #include "pictal/commands/Commands.h"
 
