@@ -2,6 +2,7 @@
 #include "Tests/Support/JSONChecks.h"
 
 #include <cmath>
+#include <utility>
 
 namespace pictal {
 namespace {
@@ -32,15 +33,14 @@ TEST(AnnotationStyle, YoungerKeysAreOptional) {
     const auto check = [](const char* was, const char* now, CGFloat width, Mode mode) {
         const auto style = decodeJSON<AnnotationStyle>(patched(good, was, now));
         ASSERT_TRUE(style) << now << ": " << style.error().description();
-        EXPECT_EQ(style->textOutlineWidth, width) << was << " -> " << now;
-        EXPECT_EQ(style->mosaicMode, mode) << was << " -> " << now;
+        EXPECT_EQ(std::pair(style->textOutlineWidth, style->mosaicMode), std::pair(width, mode))
+            << was << " -> " << now;
     };
     check("textOutlineWidth", "x", 2, Mode::smear);
     check("-1", "null", 2, Mode::smear);
     check("mosaicMode", "x", 0, Mode::block);
     check(R"("smear")", "null", 0, Mode::block);
     check("smear", "pixelate", 0, Mode::block);
-    EXPECT_EQ(encodeJSON(Mode::block), R"("block")");
 }
 
 TEST(AnnotationStyle, NamesAnUnknownMosaicMode) {

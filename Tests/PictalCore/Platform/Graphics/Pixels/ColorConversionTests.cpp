@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstring>
+#include <utility>
 
 namespace pictal {
 namespace {
@@ -60,9 +62,21 @@ TEST(ColorConversion, CarriesAWideSpaceToSRGB) {
 }
 
 TEST(ColorConversion, IsRelativeToTheWhiteOfTheSpace) {
-    // By a warm white, tungsten light, white is still white, and grey is grey.
-    const auto warm =
-        CGColorSpace::fromICCProfile(detail::makeRGBProfile({.white = {0.4476, 0.4074}}).value());
+    // Under tungsten light, X = 1.0985 and Z = 0.3558, white is still white, and grey is grey.
+    auto profile = detail::makeRGBProfile({.white = {0.4476, 0.4074}}).value();
+    const auto word = [&](std::size_t at) {  // big-endian
+        return std::to_integer<std::size_t>(profile[at + 2]) << 8 |
+               std::to_integer<std::size_t>(profile[at + 3]);
+    };
+    std::size_t tag = 132;  // the first of twelve bytes each: name, offset, size
+    while (std::memcmp(&profile[tag], "wtpt", 4) != 0)
+        tag += 12;
+    const std::size_t white = word(tag + 4) + 8;
+    for (const auto& [at, value] : {std::pair(0, 71991), {4, 65536}, {8, 23318}})  // × 65536
+        for (std::size_t i = 0; i < 4; ++i)
+            profile[white + static_cast<std::size_t>(at) + i] =
+                static_cast<std::byte>(value >> (24 - 8 * i) & 255);
+    const auto warm = CGColorSpace::fromICCProfile(profile);
     const auto one =
         detail::ColorConversion::convert({1, 1, 1}, warm.value(), CGColorSpace::sRGB()).value();
     std::array pixels{pixelOf(255, 255, 255, 255), pixelOf(100, 100, 100, 255)};
@@ -82,6 +96,14 @@ TEST(ColorConversion, GoesToASpaceAndBack) {
     detail::ColorConversion::make(wideSpace(), sRGB)->convert({&there, 1}, {&back, 1});
     EXPECT_GT(levelsBetween(there, pixel), 10);
     EXPECT_LE(levelsBetween(back, pixel), 2) << pixelText(back);
+    const auto linear =
+        CGColorSpace::fromICCProfile(*detail::makeRGBProfile({}, detail::ToneCurve::power(1.0)))
+            .value();
+    std::uint32_t wide = 0, straight = 0;
+    detail::ColorConversion::make(linear, wideSpace())->convert({&pixel, 1}, {&wide, 1});
+    detail::ColorConversion::make(wideSpace(), sRGB)->convert({&wide, 1}, {&back, 1});
+    detail::ColorConversion::make(linear, sRGB)->convert({&pixel, 1}, {&straight, 1});
+    EXPECT_LE(levelsBetween(back, straight), 2) << "by way of a third space";
     const detail::ColorComponents color{-0.25, 0.5, 2};
     EXPECT_EQ(detail::ColorConversion::convert(color, sRGB, CGColorSpace::deviceRGB()), color);
 }
