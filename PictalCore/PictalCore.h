@@ -5,6 +5,7 @@
 #include "PictalCore/Annotation/AnnotationDraftBuilder.h"
 #include "PictalCore/Annotation/AnnotationGeometry.h"
 #include "PictalCore/Annotation/AnnotationMosaicMode.h"
+#include "PictalCore/Annotation/AnnotationNumberAppearance.h"
 #include "PictalCore/Annotation/AnnotationRenderer.h"
 #include "PictalCore/Annotation/AnnotationStyle.h"
 #include "PictalCore/Annotation/AnnotationTool.h"
