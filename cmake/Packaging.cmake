@@ -36,6 +36,9 @@ list(JOIN development_packages ", " development_depends)
 set(CPACK_COMPONENT_RUNTIME_DESCRIPTION "core of a screenshot application, shared library
 Annotates, dresses and exports pictures.")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME ${library_package})
+# Text is drawn with whatever fonts there are, and best with these.
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_RECOMMENDS
+    "fonts-inter | fonts-dejavu-core, fonts-noto-color-emoji, fonts-noto-cjk, fonts-noto-core")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
 
 set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION "core of a screenshot application, development files

@@ -1,5 +1,6 @@
 #include "PictalCore/Annotation/AnnotationRenderer.h"
 
+#include "PictalCore/Annotation/detail/TextTools.h"
 #include "PictalCore/Annotation/detail/ToolContext.h"
 #include "PictalCore/Annotation/detail/VectorTools.h"
 #include "PictalCore/Platform/Graphics/BitmapContext.h"
@@ -27,6 +28,8 @@ constexpr std::array toolDrawings{
     ToolDrawing{AnnotationTool::line, detail::drawLine},
     ToolDrawing{AnnotationTool::arrow, detail::drawArrow},
     ToolDrawing{AnnotationTool::brush, detail::drawBrush},
+    ToolDrawing{AnnotationTool::text, detail::drawText},
+    ToolDrawing{AnnotationTool::number, detail::drawNumber},
 };
 
 Drawing drawingOf(AnnotationTool tool) {

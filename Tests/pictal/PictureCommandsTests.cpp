@@ -172,7 +172,7 @@ TEST_F(PictureCommands, BadInputIsOneClearLineAndNoOutputFile) {
     write("truncated.png", png.substr(0, png.size() / 2));
     write("text.png", "not a picture");
     write("unknown.json", R"({"tool": "spray", "geometry": {"point": {"_0": [1, 2]}}})");
-    write("text.json", R"({"tool": "text", "text": "a", )" + std::string(arrow).substr(17));
+    write("mosaic.json", R"({"tool": "mosaic", )" + std::string(arrow).substr(17));
     fs::create_directory(folder / "folder");
     fs::create_symlink("circle.png", folder / "circle.png");
     const auto check = [&](const std::string& line, const char* message, int status = 2) {
@@ -185,7 +185,7 @@ TEST_F(PictureCommands, BadInputIsOneClearLineAndNoOutputFile) {
     };
     check("annotate truncated.png --annotations arrow.json -o out.png", "truncated.png: ");
     check("annotate in.png --annotations unknown.json -o out.png", "unknown.json: tool: ");
-    check("annotate in.png --annotations text.json -o out.png", "does not draw text");
+    check("annotate in.png --annotations mosaic.json -o out.png", "does not draw mosaic");
     check("export text.png -o out.png", "text.png: ");
     check("export absent.png -o out.png", "absent.png: No such file or directory");
     check("export in.png -o out.png --max-pixels 1199",
