@@ -49,6 +49,8 @@
 #include "PictalCore/Scrolling/ImageTranslation.h"
 #include "PictalCore/Scrolling/ScrollingConsensus.h"
 #include "PictalCore/Scrolling/ScrollingFrameAnalysis.h"
+#include "PictalCore/Scrolling/ScrollingFrameAnalyzer.h"
+#include "PictalCore/Scrolling/ScrollingFrameMeasurement.h"
 #include "PictalCore/Scrolling/ScrollingPainter.h"
 #include "PictalCore/Scrolling/ScrollingStitchFrame.h"
 #include "PictalCore/Scrolling/ScrollingStitcher.h"

@@ -1,0 +1,56 @@
+#include "PictalCore/Platform/Registration/Evidence.h"
+
+#include <bit>
+
+namespace pictal::detail {
+
+Evidence::Evidence(const Comparison& frames, const Votes& votes, const StillContent& still,
+                   std::int64_t displacement)
+    : displacement_(displacement) {
+    const RowRange whole{0, frames.rows()};
+    inside_ = whole.intersected(whole.moved(displacement));
+    const auto rows = static_cast<std::size_t>(frames.rows());
+    RowBits raw(rows), against(rows);
+    for (std::int64_t y = inside_.first; y < inside_.last; ++y)
+        raw[static_cast<std::size_t>(y)] = frames.equal(y, y - displacement) & frames.columns();
+    equal_ = runsOfThree(raw);
+
+    support_.resize(rows);
+    once_.resize(rows);
+    for (std::int64_t y = inside_.first; y < inside_.last; ++y) {
+        const auto row = static_cast<std::size_t>(y);
+        const std::int64_t other = y - displacement;
+        const std::uint64_t mobile = still.mobile(y) & still.mobile(other);
+        const std::uint64_t reference = frames.referenceTestable(y);
+        support_[row] = equal_[row] & reference & mobile;
+        against[row] = ~equal_[row] & (reference | frames.targetTestable(other)) & mobile;
+        once_[row] = support_[row] & votes.referenceOnce(y) & votes.targetOnce(other);
+    }
+    leaveOutEdges(against);
+    supports_ = BitCounts(support_);
+    againsts_ = BitCounts(against);
+    onces_ = BitCounts(once_);
+}
+
+/// Cuts off, at either end of the overlap, the rows whose contradictions outweigh their support by
+/// most; at most a seventh of the frame.
+void Evidence::leaveOutEdges(const RowBits& against) {
+    const std::int64_t most = std::ssize(against) / 7;
+    const auto worstEdge = [&](std::int64_t from, std::int64_t step) {
+        std::int64_t balance = 0, worst = 0, length = 0;
+        const std::int64_t limit = std::min(most, inside_.last - inside_.first);
+        for (std::int64_t i = 0; i < limit; ++i) {
+            const auto row = static_cast<std::size_t>(from + i * step);
+            balance += std::popcount(against[row]) - std::popcount(support_[row]);
+            if (balance > worst) {
+                worst = balance;
+                length = i + 1;
+            }
+        }
+        return length;
+    };
+    inside_.first += worstEdge(inside_.first, 1);
+    inside_.last -= worstEdge(inside_.last - 1, -1);
+}
+
+}  // namespace pictal::detail
