@@ -218,11 +218,29 @@ function build(kind, seed) {
   KINDS[kind]();
 }
 
+let ids = 0;
+/// The content that is to be seen and may move: by its identity, which of its rows.
+function visible() {
+  const result = {};
+  for (const element of document.body.querySelectorAll('[data-id]')) {
+    if (!element.textContent && element.tagName !== 'CANVAS') continue;
+    if (getComputedStyle(element).visibility === 'hidden') continue;
+    let stays = false;
+    for (let up = element; up && !stays; up = up.parentElement) stays = /fixed|sticky/.test(getComputedStyle(up).position);
+    const box = element.getBoundingClientRect();
+    const rows = [Math.max(0, -box.top), Math.min(box.height, innerHeight - box.top)];
+    if (!stays && rows[1] > rows[0] && box.right > 0 && box.left < innerWidth) result[element.dataset.id] = rows;
+  }
+  return result;
+}
+
 /// Scrolls and lets the page be what it is at that moment.
-/// @return where the moving content is, in CSS pixels
+/// @return where the moving content is, in CSS pixels, and what of it is to be seen
 function go(x, y, moment) {
   scrollTo(x, y);
   if (moments[moment]) moments[moment]();
+  for (const element of document.body.querySelectorAll('*'))
+    if (!element.children.length && !element.dataset.id) element.dataset.id = ++ids;
   const box = (scroller || document.documentElement).getBoundingClientRect();
-  return {x: box.left, y: box.top, scrollY, limit: document.documentElement.scrollHeight - innerHeight};
+  return {x: box.left, y: box.top, visible: visible(), limit: document.documentElement.scrollHeight - innerHeight};
 }

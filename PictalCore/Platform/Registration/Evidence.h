@@ -17,6 +17,11 @@ class Evidence {
              std::int64_t displacement);
 
     [[nodiscard]] std::int64_t displacement() const { return displacement_; }
+    /// The mean of the displacements that were joined, by what supports each.
+    [[nodiscard]] double movement() const { return movement_; }
+    /// Takes in what another displacement explains, one that is hardly another: between the pixels
+    /// of a fractional scale each line of text moves by its own whole number.
+    void join(const Evidence& neighbour);
     /// Rows that can be compared when only `rows` of both frames are looked at; where the edges of
     /// the overlap contradict, as under a translucent bar, they are left out.
     [[nodiscard]] RowRange overlap(const RowRange& rows) const {
@@ -27,17 +32,24 @@ class Evidence {
     /// Supporting segments that are unique in both frames.
     [[nodiscard]] double once(const RowRange& range) const { return onces_.in(range); }
 
+    /// In how many places there are such.
+    [[nodiscard]] double oncePlaces(const RowRange& range) const { return places_.in(range); }
+
     [[nodiscard]] const RowBits& equal() const { return equal_; }
     [[nodiscard]] const RowBits& supporting() const { return support_; }
     [[nodiscard]] const RowBits& supportingOnce() const { return once_; }
 
   private:
-    void leaveOutEdges(const RowBits& against);
+    void count();
+    void leaveOutEdges();
 
     std::int64_t displacement_;
-    RowRange inside_;
-    RowBits equal_, support_, once_;
+    double movement_;
+    double weight_ = 0;
+    RowRange whole_, inside_;
+    RowBits equal_, support_, against_, once_;
     BitCounts supports_, againsts_, onces_;
+    PlaceCounts places_;
 };
 
 }  // namespace pictal::detail

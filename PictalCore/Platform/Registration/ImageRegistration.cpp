@@ -16,6 +16,28 @@ bool areSame(const Comparison& frames) {
     return true;
 }
 
+/// How far the content may have moved to the side as well, by a few columns that vote at each
+/// shift; 0 when nothing speaks for one.
+std::int64_t likelyShift(const CGImage& reference, const CGImage& target,
+                         const SegmentGrid& whole) {
+    constexpr std::size_t columns = 6;
+    constexpr std::int64_t furthest = 4;
+    const SegmentGrid grid(whole, columns);
+    const SegmentTable first(reference, grid, 0);
+    std::uint32_t most = 8;
+    std::int64_t best = 0;
+    for (std::int64_t shift = -furthest; shift <= furthest; ++shift) {
+        if (shift == 0) continue;
+        const SegmentTable second(target, grid, shift);
+        const Votes votes(ExactComparison(grid, first, second, second, shift));
+        if (votes.mostOnce() > most) {
+            most = votes.mostOnce();
+            best = shift;
+        }
+    }
+    return best;
+}
+
 }  // namespace
 
 struct ImageRegistration::Impl {
@@ -24,6 +46,8 @@ struct ImageRegistration::Impl {
     std::unique_ptr<const Verdict> verdict;
     double shift = 0;
 
+    void compare(const CGImage& reference, const CGImage& target, const Options& options);
+    [[nodiscard]] bool isSure() const { return answer({0, height}).has_value(); }
     [[nodiscard]] std::optional<RegisteredTranslation> answer(const RowRange& rows) const {
         if (same) return RegisteredTranslation{0, 0, 1};
         const auto movement = verdict ? verdict->of(rows) : std::nullopt;
@@ -34,17 +58,29 @@ struct ImageRegistration::Impl {
     }
 };
 
+void ImageRegistration::Impl::compare(const CGImage& reference, const CGImage& target,
+                                      const Options& options) {
+    const SegmentGrid grid(reference.width());
+    const SegmentTable first(reference, grid, 0), second(target, grid, 0);
+    const ExactComparison frames(grid, first, second, second, 0);
+    same = areSame(frames);
+    if (same) return;
+    verdict = std::make_unique<const Verdict>(frames, options.withheld);
+    if (isSure() || verdict->isAmbiguous()) return;
+
+    const std::int64_t sideways = likelyShift(reference, target, grid);
+    if (sideways == 0) return;
+    const SegmentTable moved(target, grid, sideways);
+    const ExactComparison shifted(grid, first, moved, second, sideways);
+    verdict = std::make_unique<const Verdict>(shifted, options.withheld);
+    shift = static_cast<double>(sideways);
+}
+
 ImageRegistration::ImageRegistration(const CGImage& reference, const CGImage& target,
                                      const Options& options) {
     auto impl = std::make_unique<Impl>();
     impl->height = reference.height();
-    if (reference.width() > 0 && reference.height() > 0) {
-        const SegmentGrid grid(reference.width());
-        const SegmentTable first(reference, grid, 0), second(target, grid, 0);
-        const ExactComparison frames(grid, first, second, second, 0);
-        impl->same = areSame(frames);
-        if (!impl->same) impl->verdict = std::make_unique<const Verdict>(frames, options.withheld);
-    }
+    if (reference.width() > 0 && reference.height() > 0) impl->compare(reference, target, options);
     impl_ = std::move(impl);
 }
 

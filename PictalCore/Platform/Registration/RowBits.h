@@ -53,4 +53,27 @@ class BitCounts {
     std::vector<std::uint32_t> counts_;
 };
 
+/// In how many places bits are set: a place is a column of so many rows, about a line of text,
+/// since the rows of one word are one coincidence.
+class PlaceCounts {
+  public:
+    PlaceCounts() = default;
+    explicit PlaceCounts(const RowBits& rows) {
+        RowBits places((rows.size() + rowsOfPlace - 1) / rowsOfPlace);
+        for (std::size_t y = 0; y < rows.size(); ++y)
+            places[y / rowsOfPlace] |= rows[y];
+        counts_ = BitCounts(places);
+    }
+    [[nodiscard]] double in(const RowRange& range) const {
+        constexpr auto step = static_cast<std::int64_t>(rowsOfPlace);
+        if (range.isEmpty()) return 0;
+        return counts_.in({range.first / step, (range.last + step - 1) / step});
+    }
+
+  private:
+    static constexpr std::size_t rowsOfPlace = 24;
+
+    BitCounts counts_;
+};
+
 }  // namespace pictal::detail

@@ -24,6 +24,12 @@ SegmentGrid::SegmentGrid(std::int64_t width) : width_(width) {
     }
 }
 
+SegmentGrid::SegmentGrid(const SegmentGrid& whole, std::size_t columns) : width_(whole.width_) {
+    const std::size_t count = std::min(columns, whole.columns());
+    for (std::size_t i = 0; i < count; ++i)
+        starts_.push_back(whole.starts_[(2 * i + 1) * whole.columns() / (2 * count)]);
+}
+
 std::uint64_t SegmentGrid::inside(std::int64_t shift) const {
     std::uint64_t bits = 0;
     for (std::size_t i = 0; i < columns(); ++i) {

@@ -15,6 +15,8 @@ namespace pictal::detail {
 class SegmentGrid {
   public:
     explicit SegmentGrid(std::int64_t width);
+    /// So many columns of another one, evenly chosen.
+    SegmentGrid(const SegmentGrid& whole, std::size_t columns);
 
     [[nodiscard]] std::size_t columns() const { return starts_.size(); }
     /// Eights of hashes that a row takes.

@@ -10,8 +10,8 @@ namespace pictal::detail {
 namespace {
 
 constexpr std::size_t candidateCount = 8;
-/// What so few pixels move is none, for those who ask.
-constexpr std::int64_t hardlyMoves = 3;
+/// Displacements so close may be one movement, rounded line by line.
+constexpr std::int64_t hardlyApart = 2;
 
 double unit(double value) {
     return std::clamp(value, 0.0, 1.0);
@@ -46,17 +46,55 @@ Verdict::Verdict(const Comparison& frames, std::optional<std::int64_t> withheld)
         std::ranges::max_element(candidates_, {},
                                  [&](const Evidence& e) { return weight(e, whole_); }) -
         candidates_.begin());
+    joinNeighbours();
+    compareWithRivals();
+    // The heaviest one may be furniture that repeats, where another explains all that it does.
+    for (std::size_t i = 0; i < candidates_.size(); ++i) {
+        const auto better = betterRival();
+        if (!better) break;
+        best_ = *better;
+        joinNeighbours();
+        compareWithRivals();
+    }
+    oneLayer_ = oneLayer();
+}
 
+void Verdict::joinNeighbours() {
+    Evidence& best = candidates_[best_];
+    const double least = best.support(best.overlap(whole_)) / 20;
+    std::vector<const Evidence*> neighbours;
+    for (const Evidence& other : candidates_)
+        if (&other != &best &&
+            std::abs(other.displacement() - best.displacement()) <= hardlyApart &&
+            other.support(other.overlap(whole_)) > least)
+            neighbours.push_back(&other);
+    for (const Evidence* const neighbour : neighbours)
+        best.join(*neighbour);
+}
+
+void Verdict::compareWithRivals() {
+    rivalries_.clear();
     const Evidence& best = candidates_[best_];
     for (std::size_t i = 0; i < candidates_.size(); ++i) {
         const Evidence& rival = candidates_[i];
-        if (i == best_ || std::abs(rival.displacement() - best.displacement()) <= 1) continue;
+        if (std::abs(rival.displacement() - best.displacement()) <= hardlyApart) continue;
         rivalries_.push_back({i, BitCounts(without(best.supporting(), rival.equal())),
                               BitCounts(without(best.supportingOnce(), rival.equal())),
                               BitCounts(without(rival.supporting(), best.equal())),
                               BitCounts(without(rival.supportingOnce(), best.equal()))});
     }
-    oneLayer_ = oneLayer();
+}
+
+/// A rival that explains more of what only one of the two explains, where both can.
+std::optional<std::size_t> Verdict::betterRival() const {
+    const RowRange range = candidates_[best_].overlap(whole_);
+    for (const auto& [index, mine, mineOnce, theirs, theirsOnce] : rivalries_) {
+        const RowRange common = range.intersected(candidates_[index].overlap(whole_));
+        const double forBest = mine.in(common) + 2 * mineOnce.in(common);
+        const double forRival = theirs.in(common) + 2 * theirsOnce.in(common);
+        if (forRival > forBest && forRival > 20) return index;
+    }
+    return std::nullopt;
 }
 
 double Verdict::stillness(const RowRange& rows) const {
@@ -70,7 +108,14 @@ double Verdict::agreement(const RowRange& rows) const {
     const double support = best.support(range);
     if (support == 0) return 0;
     const double share = support / (support + best.against(range));
-    return std::max(unit((share - 0.3) / 0.3), unit((best.once(range) - 10) / 14));
+    const double places = best.oncePlaces(range);
+    // What has nothing unique is furniture, which has to agree throughout.
+    const double repeated = 1 - unit(places / 8);
+    const double least = 0.3 + 0.6 * repeated, enough = 0.6 + 0.37 * repeated;
+    // Content that loads late contradicts, but what moves in a corner of a page that does not is
+    // not the page.
+    const double notACorner = unit((share - 0.08) / 0.12);
+    return std::max(unit((share - least) / (enough - least)), unit((places - 4) / 6) * notACorner);
 }
 
 double Verdict::evidence(const RowRange& rows) const {
@@ -83,7 +128,7 @@ double Verdict::margin(const RowRange& rows) const {
     const Evidence& best = candidates_[best_];
     const RowRange range = best.overlap(rows);
     const bool mostFound =
-        best.once(range) >= 25 && votes_.once(best.displacement()) > 0.6 * votes_.onceMoved();
+        best.oncePlaces(range) >= 10 && votes_.once(best.displacement()) > 0.6 * votes_.onceMoved();
     double least = 1;
     for (const auto& [index, mine, mineOnce, theirs, theirsOnce] : rivalries_) {
         const Evidence& rival = candidates_[index];
@@ -98,7 +143,7 @@ double Verdict::margin(const RowRange& rows) const {
         const double alike = std::min(best.support(common), rival.support(common));
         const double disagreeing = forBest + forRival;
         if (disagreeing == 0 && alike == 0) continue;
-        least = std::min(least, (forBest - forRival) / (disagreeing + 0.04 * alike + 1));
+        least = std::min(least, (forBest - forRival) / (disagreeing + 0.01 * alike + 1));
     }
     return unit(least);
 }

@@ -36,6 +36,9 @@ class Verdict {
         std::size_t index;  ///< of the rival
         BitCounts mine, mineOnce, theirs, theirsOnce;
     };
+    void compareWithRivals();
+    [[nodiscard]] std::optional<std::size_t> betterRival() const;
+    void joinNeighbours();
     [[nodiscard]] double stillness(const RowRange& rows) const;
     [[nodiscard]] double agreement(const RowRange& rows) const;
     [[nodiscard]] double margin(const RowRange& rows) const;

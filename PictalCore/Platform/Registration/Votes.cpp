@@ -98,6 +98,10 @@ void Votes::countColumn(const Comparison& frames, std::size_t column) {
     }
 }
 
+std::uint32_t Votes::mostOnce() const {
+    return std::ranges::max(once_);
+}
+
 std::vector<std::int64_t> Votes::heaviest(std::size_t count) const {
     std::vector<std::int64_t> best;
     const auto heavier = [&](std::int64_t a, std::int64_t b) {

@@ -17,6 +17,8 @@ class Votes {
 
     /// The displacements with most votes, other than 0, the heaviest first.
     [[nodiscard]] std::vector<std::int64_t> heaviest(std::size_t count) const;
+    /// The most segments that are unique in both frames and equally far apart.
+    [[nodiscard]] std::uint32_t mostOnce() const;
     /// Segments that are unique in both frames and so far apart.
     [[nodiscard]] std::uint32_t once(std::int64_t displacement) const {
         return once_[index(displacement)];
