@@ -16,13 +16,6 @@ install(TARGETS PictalCoreStatic EXPORT PictalCoreStaticTargets
 install(TARGETS pictal RUNTIME COMPONENT program)
 set_target_properties(pictal PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 
-<<<<<<< HEAD
-=======
-install(DIRECTORY PictalCore DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}" COMPONENT development
-    FILES_MATCHING PATTERN "*.h" PATTERN detail EXCLUDE PATTERN Kernels EXCLUDE PATTERN Pixels EXCLUDE
-    PATTERN Coding EXCLUDE PATTERN Registration EXCLUDE)
-
->>>>>>> 0598916 (wip-tier1)
 configure_package_config_file(cmake/PictalCoreConfig.cmake.in PictalCoreConfig.cmake
     INSTALL_DESTINATION "${package_dir}")
 write_basic_package_version_file(PictalCoreConfigVersion.cmake COMPATIBILITY SameMajorVersion)

@@ -14,8 +14,8 @@ using namespace pictal::program;
 
 int run(int argc, char** argv) {
     Program program;
-    for (const auto add : {addAnnotate, addExport, addDraft, addInfo, addShortcuts, addName,
-                           addPreview, addRedact, addDemoMode})
+    for (const auto add : {addAnnotate, addExport, addDraft, addOffset, addStitch, addInfo,
+                           addShortcuts, addName, addPreview, addRedact, addDemoMode})
         add(program);
 
     try {

@@ -2,6 +2,7 @@
 
 #include "PictalCore/Platform/Graphics/Kernels/Blend.h"
 #include "PictalCore/Platform/Graphics/Pixels/ColorConversion.h"
+#include "PictalCore/Platform/Graphics/Pixels/ImageOfPixels.h"
 #include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
 
 #include <algorithm>
@@ -117,7 +118,7 @@ Done ScrollingPainter::State::blend(const Piece& frame) {
         const std::int64_t top = std::max(old.top, frame.top);
         const std::int64_t bottom = std::min(old.bottom, frame.bottom);
         if (top >= bottom) continue;
-        auto canvas = PixelBuffer::allocate(width, bottom - top, PixelBuffer::Contents::undefined);
+        auto canvas = PixelBuffer::make(width, bottom - top, PixelBuffer::Contents::undefined);
         if (!canvas) return std::unexpected(ScrollingPainterError::outOfMemory);
         for (std::int64_t y = top; y < bottom; ++y) {
             const std::span<std::uint32_t> row = canvas->row(y - top);
@@ -128,7 +129,8 @@ Done ScrollingPainter::State::blend(const Piece& frame) {
             kernels::blendKernels().blendPixels(row.first(source.size()), converted);
         }
         const auto none = ColorConversion::make(CGColorSpace::sRGB(), CGColorSpace::sRGB());
-        replace({top, bottom, CGImage(*std::move(canvas), CGColorSpace::sRGB()), top, *none});
+        replace(
+            {top, bottom, detail::imageOf(*std::move(canvas), CGColorSpace::sRGB()), top, *none});
     }
     return {};
 }

@@ -1,6 +1,7 @@
 #include "PictalCore/Scrolling/ScrollingStitcher.h"
 
 #include "PictalCore/Platform/Graphics/Pixels/ColorConversion.h"
+#include "PictalCore/Platform/Graphics/Pixels/ImageOfPixels.h"
 #include "PictalCore/Platform/Graphics/Pixels/PixelBuffer.h"
 #include "PictalCore/Scrolling/ScrollingPainter.h"
 
@@ -44,13 +45,13 @@ ScrollingStitcher::Result copyRows(const CGImage& image, std::int64_t top, std::
         image.cropping({0, static_cast<CGFloat>(top), static_cast<CGFloat>(image.width()),
                         static_cast<CGFloat>(height)});
     if (!strip) return std::unexpected(ScrollingStitcherError::cannotCropFrame());
-    auto pixels = PixelBuffer::allocate(image.width(), height, PixelBuffer::Contents::undefined);
+    auto pixels = PixelBuffer::make(image.width(), height, PixelBuffer::Contents::undefined);
     if (!pixels) return std::unexpected(ScrollingStitcherError::cannotCreateContext());
     const auto conversion = ColorConversion::make(image.colorSpace(), CGColorSpace::sRGB());
     if (!conversion) return std::unexpected(ScrollingStitcherError::cannotCreateImage());
     for (std::int64_t y = 0; y < height; ++y)
         conversion->convert(strip->row(y), pixels->row(y));
-    return CGImage(*std::move(pixels), CGColorSpace::sRGB());
+    return detail::imageOf(*std::move(pixels), CGColorSpace::sRGB());
 }
 
 ScrollingStitcher::Result copyStrip(const CGImage& image, std::int64_t height, bool fromTop,
@@ -78,7 +79,7 @@ ScrollingStitcher::Result ScrollingStitcher::stitch(Frames frames, std::int64_t 
     const std::int64_t width = std::ranges::max(frames, {}, [](const auto& frame) {
                                    return frame.image.width();
                                }).image.width();
-    auto canvas = PixelBuffer::allocate(width, *height, PixelBuffer::Contents::undefined);
+    auto canvas = PixelBuffer::make(width, *height, PixelBuffer::Contents::undefined);
     if (!canvas) return std::unexpected(ScrollingStitcherError::cannotCreateContext());
 
     std::int64_t y = 0;
@@ -93,7 +94,8 @@ ScrollingStitcher::Result ScrollingStitcher::stitch(Frames frames, std::int64_t 
     }
     if (const auto finished = painter.finish(); !finished)
         return std::unexpected(translated(finished.error()));
-    return CGImage(*std::move(canvas), CGColorSpace::sRGB(), painter.isOpaque());
+    return detail::imageOf(*std::move(canvas), CGColorSpace::sRGB(),
+                           painter.isOpaque() ? detail::Opacity::opaque : detail::Opacity::unknown);
 }
 
 ScrollingStitcher::Result ScrollingStitcher::copyNewContent(const CGImage& image,

@@ -9,6 +9,8 @@ namespace pictal::program {
 void addAnnotate(Program& program);
 void addExport(Program& program);
 void addDraft(Program& program);
+void addOffset(Program& program);
+void addStitch(Program& program);
 void addInfo(Program& program);
 void addShortcuts(Program& program);
 void addName(Program& program);

@@ -25,6 +25,8 @@ class Comparison {
     [[nodiscard]] virtual std::uint64_t equal(std::int64_t y, std::int64_t other) const = 0;
     /// Where it is that row of the target without a movement to the side: what stands still.
     [[nodiscard]] virtual std::uint64_t still(std::int64_t y) const = 0;
+    /// How far content that seems unique is to be believed, 0…1.
+    [[nodiscard]] virtual double uniqueness() const { return 1; }
 };
 
 }  // namespace pictal::detail

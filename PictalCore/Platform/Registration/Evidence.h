@@ -29,6 +29,8 @@ class Evidence {
     }
     [[nodiscard]] double support(const RowRange& range) const { return supports_.in(range); }
     [[nodiscard]] double against(const RowRange& range) const { return againsts_.in(range); }
+    /// The contradictions that are no higher than a line of text.
+    [[nodiscard]] double againstInLines(const RowRange& range) const { return lines_.in(range); }
     /// Supporting segments that are unique in both frames.
     [[nodiscard]] double once(const RowRange& range) const { return onces_.in(range); }
 
@@ -48,7 +50,7 @@ class Evidence {
     double weight_ = 0;
     RowRange whole_, inside_;
     RowBits equal_, support_, against_, once_;
-    BitCounts supports_, againsts_, onces_;
+    BitCounts supports_, againsts_, lines_, onces_;
     PlaceCounts places_;
 };
 

@@ -1,8 +1,11 @@
 #include "PictalCore/Platform/Registration/ImageRegistration.h"
 
 #include "PictalCore/Platform/Registration/ExactComparison.h"
+#include "PictalCore/Platform/Registration/NoisyComparison.h"
 #include "PictalCore/Platform/Registration/SegmentTable.h"
 #include "PictalCore/Platform/Registration/Verdict.h"
+
+#include <algorithm>
 
 namespace pictal {
 
@@ -67,6 +70,13 @@ void ImageRegistration::Impl::compare(const CGImage& reference, const CGImage& t
     if (same) return;
     verdict = std::make_unique<const Verdict>(frames, options.withheld);
     if (isSure() || verdict->isAmbiguous()) return;
+
+    const SumTable firstSums(reference, grid), secondSums(target, grid);
+    if (const std::uint16_t noise = std::max(firstSums.noise(), secondSums.noise()); noise > 0) {
+        const NoisyComparison noisy(grid, firstSums, secondSums, noise);
+        verdict = std::make_unique<const Verdict>(noisy, options.withheld);
+        return;
+    }
 
     const std::int64_t sideways = likelyShift(reference, target, grid);
     if (sideways == 0) return;

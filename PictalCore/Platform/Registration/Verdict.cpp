@@ -36,7 +36,7 @@ double weight(const Evidence& evidence, const RowRange& rows) {
 }  // namespace
 
 Verdict::Verdict(const Comparison& frames, std::optional<std::int64_t> withheld)
-    : whole_{0, frames.rows()}, votes_(frames), still_(frames) {
+    : whole_{0, frames.rows()}, uniqueness_(frames.uniqueness()), votes_(frames), still_(frames) {
     for (const std::int64_t displacement : votes_.heaviest(candidateCount))
         if (displacement != withheld)
             candidates_.emplace_back(frames, votes_, still_, displacement);
@@ -102,20 +102,26 @@ double Verdict::stillness(const RowRange& rows) const {
            (1 - std::exp(-still_.testable(rows) * still_.share(rows) / 20));
 }
 
+double Verdict::uniquePlaces(const RowRange& range) const {
+    return uniqueness_ * candidates_[best_].oncePlaces(range);
+}
+
 double Verdict::agreement(const RowRange& rows) const {
     const Evidence& best = candidates_[best_];
     const RowRange range = best.overlap(rows);
     const double support = best.support(range);
     if (support == 0) return 0;
     const double share = support / (support + best.against(range));
-    const double places = best.oncePlaces(range);
-    // What has nothing unique is furniture, which has to agree throughout.
-    const double repeated = 1 - unit(places / 8);
+    const double places = uniquePlaces(range);
+    const double unique = unit(best.once(range) / support / 0.3);
+    // What has next to nothing unique is furniture, which has to agree throughout.
+    const double repeated = 1 - unit(places / 8) * unique;
     const double least = 0.3 + 0.6 * repeated, enough = 0.6 + 0.37 * repeated;
-    // Content that loads late contradicts, but what moves in a corner of a page that does not is
-    // not the page.
-    const double notACorner = unit((share - 0.08) / 0.12);
-    return std::max(unit((share - least) / (enough - least)), unit((places - 4) / 6) * notACorner);
+    // Pictures that load late contradict in whole areas; where writing contradicts, it is another
+    // page, or a corner of this one that moves on its own.
+    const double writing = unit((support / (support + best.againstInLines(range)) - 0.4) / 0.15);
+    const double unlessLate = unit((places - 4) / 6) * unit((share - 0.08) / 0.12) * unique;
+    return std::max(unit((share - least) / (enough - least)), unlessLate) * writing;
 }
 
 double Verdict::evidence(const RowRange& rows) const {
@@ -128,7 +134,7 @@ double Verdict::margin(const RowRange& rows) const {
     const Evidence& best = candidates_[best_];
     const RowRange range = best.overlap(rows);
     const bool mostFound =
-        best.oncePlaces(range) >= 10 && votes_.once(best.displacement()) > 0.6 * votes_.onceMoved();
+        uniquePlaces(range) >= 10 && votes_.once(best.displacement()) > 0.6 * votes_.onceMoved();
     double least = 1;
     for (const auto& [index, mine, mineOnce, theirs, theirsOnce] : rivalries_) {
         const Evidence& rival = candidates_[index];
@@ -174,8 +180,7 @@ std::optional<Movement> Verdict::of(const RowRange& rows) const {
     std::optional<Movement> result;
     if (!candidates_.empty()) {
         const double confidence = agreement(rows) * margin(rows) * evidence(rows) * oneLayer_;
-        const std::int64_t displacement = candidates_[best_].displacement();
-        if (confidence > 0) result = Movement{static_cast<double>(displacement), confidence};
+        if (confidence > 0) result = Movement{candidates_[best_].movement(), confidence};
     }
     const double still = isStill_ ? stillness(rows) : 0;
     if (still > (result ? result->confidence : 0)) result = Movement{0, still};

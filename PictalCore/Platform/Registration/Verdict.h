@@ -45,7 +45,10 @@ class Verdict {
     [[nodiscard]] double evidence(const RowRange& rows) const;
     [[nodiscard]] double oneLayer() const;
 
+    [[nodiscard]] double uniquePlaces(const RowRange& rows) const;
+
     RowRange whole_;
+    double uniqueness_;
     Votes votes_;
     StillContent still_;
     std::vector<Evidence> candidates_;

@@ -9,7 +9,7 @@ namespace pictal::kernels {
 namespace {
 
 /// Eight words at once. Loops over so few are unrolled before they are vectorised, so the vectors
-/// are spelt out; every level has them, in halves where its registers are smaller.
+/// are spelt out; every target has them, in halves where its registers are smaller.
 using Words [[gnu::vector_size(32)]] = std::uint32_t;
 using Bytes [[gnu::vector_size(8)]] = std::uint8_t;
 using Halves [[gnu::vector_size(16)]] = std::uint16_t;
@@ -144,9 +144,9 @@ constexpr SegmentKernels tableAt{
 
 }  // namespace
 
-const SegmentKernels& segmentKernels(Level level) {
+const SegmentKernels& segmentKernels(Target target) {
     // Vectors of 256 bits are as fast as there is memory for.
-    return atLevel(level, tableAt<AtPlain>, tableAt<AtV3>, tableAt<AtV3>);
+    return tableFor(target, tableAt<AtPlain>, tableAt<AtV3>, tableAt<AtV3>);
 }
 
 }  // namespace pictal::kernels

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "PictalCore/Platform/Graphics/Kernels/Levels.h"
+#include "PictalCore/Platform/Graphics/Kernels/Targets.h"
 
 #include <array>
 #include <cstddef>
@@ -42,7 +42,7 @@ struct SegmentKernels {
     void (*addUp)(std::span<const std::uint64_t> words, std::uint32_t* counts);
 };
 
-/// @param level  one that is available
-[[nodiscard]] const SegmentKernels& segmentKernels(Level level = bestLevel());
+/// @param target  one that is available
+[[nodiscard]] const SegmentKernels& segmentKernels(Target target = bestTarget());
 
 }  // namespace pictal::kernels

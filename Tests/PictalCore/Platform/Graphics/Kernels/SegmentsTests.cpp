@@ -19,10 +19,10 @@ std::vector<std::uint32_t> randomWords(std::size_t count, std::uint32_t seed) {
     return words;
 }
 
-std::uint32_t hashOf(const std::vector<std::uint32_t>& pixels, Level level = Level::plain) {
+std::uint32_t hashOf(const std::vector<std::uint32_t>& pixels, Target target = Target::plain) {
     const std::uint32_t start = 0;
     std::uint32_t hash = 0;
-    (void)segmentKernels(level).hashSegments(pixels.data(), {&start, 1}, &hash);
+    (void)segmentKernels(target).hashSegments(pixels.data(), {&start, 1}, &hash);
     return hash;
 }
 
@@ -35,10 +35,10 @@ TEST(SegmentKernels, AddComponentsByPlace) {
     pixels[8 + 3] = 0xFFFFFFFF;
     pixels[32 + 7] = 0x00000100;
     const std::vector<std::uint32_t> starts{0};
-    for (const Level level : allLevels) {
-        if (!isAvailable(level)) continue;
+    for (const Target target : allTargets) {
+        if (!isAvailable(target)) continue;
         SegmentSums sums{};
-        segmentKernels(level).sumSegments(pixels.data(), starts, &sums);
+        segmentKernels(target).sumSegments(pixels.data(), starts, &sums);
         EXPECT_EQ(sums, (SegmentSums{0, 10 + 4 * 255, 0, 0, 0, 0, 0, 1}));
     }
 }
@@ -90,12 +90,12 @@ TEST(SegmentKernels, CompareAndCount) {
     EXPECT_EQ(counts, (std::vector<std::uint32_t>{9, 9, 11, 75}));
 }
 
-TEST(SegmentKernels, AreTheSameAtEveryLevel) {
+TEST(SegmentKernels, AreTheSameForEveryTarget) {
     const auto pixels = randomWords(5000, 11);
-    for (const Level level : allLevels) {
-        if (!isAvailable(level)) continue;
-        const auto& have = segmentKernels(level);
-        const auto& want = segmentKernels(Level::plain);
+    for (const Target target : allTargets) {
+        if (!isAvailable(target)) continue;
+        const auto& have = segmentKernels(target);
+        const auto& want = segmentKernels(Target::plain);
         for (std::uint32_t count = 1; count <= 64; ++count) {
             std::vector<std::uint32_t> starts;
             for (std::uint32_t i = 0; i < count; ++i)
