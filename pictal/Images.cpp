@@ -2,6 +2,7 @@
 
 #include "pictal/Arguments.h"
 #include "pictal/InputOutput.h"
+#include "pictal/Messages.h"
 
 #include <fmt/format.h>
 
@@ -20,27 +21,40 @@ void ImageInput::addTo(CLI::App& command) {
     addMaximumBytes(command, maximumBytes);
 }
 
-std::expected<CGImage, Failure> ImageInput::read() const {
+std::unexpected<Failure> ImageInput::refused(const PNG::ReadError& error,
+                                             std::string_view remedy) const {
+    const std::string message =
+        fmt::format("{}: {}{}", inputName(path), error.description(), remedy);
+    return error.kind() == PNG::ReadError::Kind::outOfMemory ? workFailed(message)
+                                                             : badInput(message);
+}
+
+std::expected<std::vector<std::byte>, Failure> ImageInput::readFile() const {
     auto input = openInput(path, maximumBytes);
     if (!input) return std::unexpected(input.error());
-    const auto refused = [&](const PNG::ReadError& error, const char* remedy = "") {
-        const std::string message =
-            fmt::format("{}: {}{}", inputName(path), error.description(), remedy);
-        return error.kind() == PNG::ReadError::Kind::outOfMemory ? workFailed(message)
-                                                                 : badInput(message);
-    };
     const auto start = input->first(PNG::recognitionSize);
     if (!start) return std::unexpected(start.error());
     if (!PNG::isPNG(*start)) return refused(PNG::readInfo(*start).error());
-    const auto bytes = (*std::move(input)).all();
-    if (!bytes) return std::unexpected(bytes.error());
-    auto image = PNG::read(*bytes, {.maximumPixels = maximumPixels});
+    return (*std::move(input)).all();
+}
+
+std::expected<CGImage, Failure> ImageInput::decode(std::span<const std::byte> file) const {
+    auto image = PNG::read(file, {.maximumPixels = maximumPixels});
+    const auto info = PNG::readInfo(file);
+    if (image && info && !info->unusedColor.empty())
+        complain(fmt::format("{}: its colours may be wrong: {} could not be used", inputName(path),
+                             info->unusedColor));
     if (image) return *std::move(image);
     // No option helps a picture with too long a side.
-    const auto info = PNG::readInfo(*bytes);
     const bool overLimit = info && info->width * info->height > maximumPixels &&
                            image.error().kind() == PNG::ReadError::Kind::tooLarge;
     return refused(image.error(), overLimit ? "; --max-pixels raises the limit" : "");
+}
+
+std::expected<CGImage, Failure> ImageInput::read() const {
+    const auto file = readFile();
+    if (!file) return std::unexpected(file.error());
+    return decode(*file);
 }
 
 void ImageOutput::addTo(CLI::App& command) {

@@ -5,8 +5,12 @@
 #include "pictal/InputFile.h"
 #include "pictal/Outcome.h"
 
+#include <cstddef>
 #include <cstdint>
+#include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include <CLI/CLI.hpp>
 
@@ -21,7 +25,15 @@ struct ImageInput {
     std::int64_t maximumBytes = InputFile::usualLimit;
 
     void addTo(CLI::App& command);
+    /// Says on standard error what the file says about colour that could not be used.
     [[nodiscard]] std::expected<CGImage, Failure> read() const;
+    /// The same in two steps: the file, and the picture that it holds.
+    [[nodiscard]] std::expected<std::vector<std::byte>, Failure> readFile() const;
+    [[nodiscard]] std::expected<CGImage, Failure> decode(std::span<const std::byte> file) const;
+
+  private:
+    [[nodiscard]] std::unexpected<Failure> refused(const PNG::ReadError& error,
+                                                   std::string_view remedy = {}) const;
 };
 
 /// Where a picture goes and how it is compressed.

@@ -16,7 +16,7 @@ SUBSYSTEM_USES = {
 # The floors of Platform/: each includes only what stands before it.
 PLATFORM = ["Foundation", "Graphics", "ImageIO", "Text", "Registration"]
 # Folders that are not installed: detail/ is its own folder's alone, the others are the library's.
-INTERNAL = {"detail", "Kernels", "Pixels", "Coding"}
+INTERNAL = {"detail", "Kernels", "Pixels", "Coding", "Registration"}
 
 STANDARD = set("""
     algorithm any array bit bitset cassert cctype cerrno cfenv cfloat charconv chrono cinttypes

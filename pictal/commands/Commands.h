@@ -8,6 +8,9 @@ namespace pictal::program {
 void addAnnotate(Program& program);
 void addExport(Program& program);
 void addDraft(Program& program);
+void addOffset(Program& program);
+void addStitch(Program& program);
+void addPick(Program& program);
 void addInfo(Program& program);
 void addShortcuts(Program& program);
 void addName(Program& program);
@@ -16,7 +19,8 @@ void addRedact(Program& program);
 void addDemoMode(Program& program);
 
 /// In the order of `pictal --help`.
-inline constexpr auto allCommands = {addAnnotate, addExport,  addDraft,  addInfo,    addShortcuts,
+inline constexpr auto allCommands = {addAnnotate, addExport,  addDraft,  addOffset,
+                                     addStitch,   addPick,    addInfo,   addShortcuts,
                                      addName,     addPreview, addRedact, addDemoMode};
 
 }  // namespace pictal::program
