@@ -83,8 +83,8 @@ struct SQLiteUserDefaults::Connection {
 
         ~Ending() {
             connection.isInTransaction = false;
-            const SQLiteDatabase& database = *connection.database;
-            if (database.isInTransaction()) database.attempt("ROLLBACK");
+            const SQLiteDatabase& opened = *connection.database;
+            if (opened.isInTransaction()) opened.attempt("ROLLBACK");
             struct stat status{};
             if (newFile.empty() || ::stat(newFile.c_str(), &status) != 0 || status.st_size > 0)
                 return;
