@@ -16,8 +16,9 @@ namespace {
 
 constexpr std::size_t maximumDepth = 64;  // far above any form here; parsing never recurses deeper
 constexpr std::size_t maximumSize = std::size_t{64} << 20;
-/// A stroke of a million points has three million; a tree of this many takes some 300 MB.
-constexpr std::size_t maximumValueCount = 4'000'000;
+/// Of values and keys. A stroke of a million points has three million; a tree of this many takes up
+/// to 350 MB.
+constexpr std::size_t maximumCount = 4'000'000;
 
 DecodingError corrupted(std::string reason) {
     return {DecodingError::Kind::dataCorrupted, {}, std::move(reason)};
@@ -49,6 +50,7 @@ class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
     bool end_array() override { return close(); }
 
     bool key(string_t& name) override {
+        if (!countOne()) return false;
         if (!levels_.back().keys.insert(name).second)
             return refuse("The key \"" + name + "\" occurs twice in one object.");
         pendingKey_ = std::move(name);
@@ -75,8 +77,12 @@ class TreeBuilder : public nlohmann::json_sax<nlohmann::json> {
         error = corrupted(std::move(reason));
         return false;
     }
+    bool countOne() {
+        return ++count_ <= maximumCount ||
+               refuse("The text has more than 4,000,000 values and keys.");
+    }
     bool add(JSONValue value) {
-        if (++count_ > maximumValueCount) return refuse("The text has more than 4,000,000 values.");
+        if (!countOne()) return false;
         if (levels_.empty()) {
             root = std::move(value);
         } else if (auto* array = std::get_if<JSONValue::Array>(&levels_.back().container.value)) {
