@@ -83,6 +83,8 @@ std::expected<void, Failure> print(const ColorSample& sample, const Place& place
 Outcome run(const PickOptions& options) {
     if (options.loupePath.empty() != (options.loupeSide == 0))
         return badInput("--loupe and -o go together: the loupe is a picture");
+    if (options.loupePath == "-")
+        return badInput("the loupe needs a file: the colour goes to standard output");
     const auto x = parseNumber(options.x);
     if (!x) return std::unexpected(x.error());
     const auto y = parseNumber(options.y);
@@ -138,8 +140,7 @@ void addPick(Program& program) {
                 ->transform(wholeNumber(1, 999))
                 ->type_name("SIDE");
             command
-                .add_option("-o,--output", options.loupePath,
-                            "Where the loupe goes, a PNG; - is standard output")
+                .add_option("-o,--output", options.loupePath, "Where the loupe goes, a PNG file")
                 ->transform(nameOf("file"))
                 ->type_name("FILE");
         },

@@ -56,7 +56,8 @@ template <class T>
 std::expected<std::string, EncodingError> encodeJSON(const T& value) = delete;
 
 /// Texts over 64 MiB, of more than 4,000,000 values and keys, nested deeper than 64 levels, with a
-/// key twice in one object or with a zero byte are corrupted data. The first error ends the decoding.
+/// key twice in one object or with a zero byte are corrupted data. The first error ends the
+/// decoding.
 template <class T>
 std::expected<T, DecodingError> decodeJSON(std::string_view text) = delete;
 

@@ -83,17 +83,17 @@ struct SQLiteUserDefaults::Connection {
 
         ~Ending() {
             connection.isInTransaction = false;
-            const SQLiteDatabase& opened = *connection.database;
-            if (opened.isInTransaction()) opened.attempt("ROLLBACK");
+            const SQLiteDatabase& open = *connection.database;
+            if (open.isInTransaction()) open.attempt("ROLLBACK");
             struct stat status{};
             if (newFile.empty() || ::stat(newFile.c_str(), &status) != 0 || status.st_size > 0)
                 return;
             // With everybody else locked out, who may have begun to use it.
-            if (!database.attempt("BEGIN EXCLUSIVE")) return;
+            if (!open.attempt("BEGIN EXCLUSIVE")) return;
             if (::stat(newFile.c_str(), &status) == 0 && status.st_size == 0 &&
                 status.st_ino == connection.inode)
                 ::unlink(newFile.c_str());
-            database.attempt("ROLLBACK");
+            open.attempt("ROLLBACK");
         }
     };
 };

@@ -19,7 +19,7 @@ PICTAL_BODY T endAt(const CapsuleInRow<T>& capsule, const typename CapsuleInRow<
     const T half = std::sqrt(square > 0 ? square : 0);
     const T onCap = (isUpper ? capsule.upperX : capsule.lowerX) + sign * half;
     const T onSide = side.x + (y - side.y) * capsule.slope;
-    return (y >= side.begin) & (y < side.end) ? onSide : onCap;
+    return ((y >= side.begin) & (y < side.end)) ? onSide : onCap;
 }
 
 template <class T>
@@ -60,7 +60,7 @@ PICTAL_BODY bool growFirst(const T* __restrict lows, const T* __restrict highs,
     for (std::size_t i = 0; i < lineBlock; ++i) {
         const bool isApart = (lows[i] > firstHighs[i]) | (highs[i] < firstLows[i]);
         const bool areThere = (lows[i] <= highs[i]) & (firstLows[i] <= firstHighs[i]);
-        apart |= isApart & areThere ? 1 : 0;
+        apart |= (isApart & areThere) ? 1 : 0;
     }
     if (apart != 0) return false;
     for (std::size_t i = 0; i < lineBlock; ++i) {
