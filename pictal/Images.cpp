@@ -8,6 +8,12 @@
 
 namespace pictal::program {
 
+void warnOfUnusedColor(const PNG::Info& info, const std::string& path) {
+    if (!info.unusedColor.empty())
+        complain(fmt::format("{}: its colours may be wrong: {} could not be used", inputName(path),
+                             info.unusedColor));
+}
+
 void ImageInput::addTo(CLI::App& command) {
     command.add_option("IN", path, "The picture, a PNG file; - is standard input")
         ->required()
@@ -41,9 +47,7 @@ std::expected<std::vector<std::byte>, Failure> ImageInput::readFile() const {
 std::expected<CGImage, Failure> ImageInput::decode(std::span<const std::byte> file) const {
     auto image = PNG::read(file, {.maximumPixels = maximumPixels});
     const auto info = PNG::readInfo(file);
-    if (image && info && !info->unusedColor.empty())
-        complain(fmt::format("{}: its colours may be wrong: {} could not be used", inputName(path),
-                             info->unusedColor));
+    if (image && info) warnOfUnusedColor(*info, path);
     if (image) return *std::move(image);
     // No option helps a picture with too long a side.
     const bool overLimit = info && info->width * info->height > maximumPixels &&

@@ -17,6 +17,9 @@
 /// Reading and writing pictures as commands do, and the options that say how.
 namespace pictal::program {
 
+/// Says on standard error what a file says about colour that could not be used.
+void warnOfUnusedColor(const PNG::Info& info, const std::string& path);
+
 /// Where a picture comes from and how large it may be. What is no PNG is refused after its first
 /// bytes.
 struct ImageInput {

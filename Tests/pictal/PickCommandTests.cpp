@@ -44,15 +44,15 @@ TEST_F(PickCommand, SaysTheColourOfAPixel) {
     check("pick in.png 1 2", "#FF8000\tRGB(255, 128, 0)\tOrange\n");
     check("pick in.png 0.99 1.5", "#FF4000\tRGB(255, 64, 0)\tOrange\n");
     check("pick in.png 0 0 --encoding displayP3", "#EA3323\tRGB(234, 51, 35)\tRed\n");
-    check("pick in.png 3 0", "#800000\tRGB(128, 0, 0)\tBlack\talpha 128, values premultiplied\n");
+    check("pick in.png 3 0", "#800000\tRGB(128, 0, 0)\tRed\talpha 128, values premultiplied\n");
     check("pick in.png -7 99", "#FF8000\tRGB(255, 128, 0)\tOrange\n",
           "pictal: -7, 99 is outside the picture; this is 0, 2\n");
 
     const auto json = nlohmann::json::parse(run("pick in.png 1 0 --json --encoding native").output);
-    const auto want = nlohmann::json::parse(R"({"x": 1, "y": 0, "encoding": "native",
+    const auto want = nlohmann::json::parse(R"json({"x": 1, "y": 0, "encoding": "native",
         "color": {"red": 1, "green": 0, "blue": 0, "alpha": 1}, "nearestName": "Red",
-        "hex": "#FF0000", "rgb": "RGB(255, 0, 0)"
-})"));
+        "hex": "#FF0000", "rgb": "RGB(255, 0, 0)"})json");
+    EXPECT_EQ(json, want);
     for (const char* wrong : {"pick in.png 1", "pick in.png 1 x", "pick in.png 1 nan",
                               "pick in.png 1 2 --encoding srgb", "pick in.png 1 2 --loupe 9",
                               "pick in.png 1 2 -o l.png", "pick in.png 1 2 --loupe 0 -o l.png",
@@ -63,6 +63,7 @@ TEST_F(PickCommand, SaysTheColourOfAPixel) {
 TEST_F(PickCommand, WarnsOfColourThatCouldNotBeUsed) {
     write("pq.png", PNGBuilder(1, 1, 2, 8).chunk("cICP", {9, 16, 0, 1}).rows({0, 1, 2, 3}).build());
     const auto result = run("pick pq.png 0 0");
+    EXPECT_EQ(run("info pq.png").error, result.error);
     EXPECT_EQ(result.output, "#010203\tRGB(1, 2, 3)\tBlack\n");
     EXPECT_EQ(result.error,
               "pictal: pq.png: its colours may be wrong: cICP with PQ could not be used\n");

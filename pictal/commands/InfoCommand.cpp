@@ -1,5 +1,6 @@
 #include "PictalCore/Platform/ImageIO/PNG.h"
 #include "pictal/Arguments.h"
+#include "pictal/Images.h"
 #include "pictal/JSONOutput.h"
 #include "pictal/commands/Commands.h"
 
@@ -32,6 +33,7 @@ Outcome run(const InfoOptions& options) {
     if (!input) return std::unexpected(input.error());
     const auto info = readHeader(*input, options.path);
     if (!info) return std::unexpected(info.error());
+    warnOfUnusedColor(*info, options.path);
     const auto bytes = input->size();
     if (options.json)
         return doneIf(printJSON(JSONText::object({{"width", info->width},
