@@ -16,6 +16,8 @@ class PageFrames {
     std::uint32_t repeatEvery = 0;
     /// Each line begins with letters of its own.
     bool numbered = false;
+    /// So many levels that every pixel is off at most, another way in each frame.
+    std::uint32_t noise = 0;
 
     PageFrames(std::int64_t width, std::int64_t height, std::uint32_t seed)
         : width_(width), height_(height), seed_(seed) {}
@@ -25,8 +27,13 @@ class PageFrames {
         return pictureOf(width_, height_, [&](std::uint32_t x, std::uint32_t y) {
             const bool bar = y < header || std::int64_t{y} >= height_ - footer || x < sidebar;
             if (bar) return writing(x, y, 1000) & 0xFFF0E0FF;
-            return writing(x + static_cast<std::uint32_t>(column),
-                           y + static_cast<std::uint32_t>(top), 0);
+            const std::uint32_t ink = writing(x + static_cast<std::uint32_t>(column),
+                                              y + static_cast<std::uint32_t>(top), 0);
+            if (noise == 0) return ink;
+            // Down from white, up from ink; by the pixel and the frame.
+            const std::uint32_t salt = stirred(static_cast<std::uint32_t>(top * 64 + column));
+            const std::uint32_t step = stirred(salt + y * 8192 + x) % (noise + 1) * 0x010101;
+            return ink == 0xFFFFFFFF ? ink - step : ink + step;
         });
     }
 

@@ -1,31 +1,8 @@
 #include "PictalCore/Platform/Registration/Evidence.h"
 
-#include <array>
 #include <bit>
 
 namespace pictal::detail {
-
-namespace {
-
-/// What belongs to runs of fewer than 48 rows.
-RowBits shortRuns(const RowBits& bits) {
-    RowBits runs = bits;
-    const auto rows = static_cast<std::ptrdiff_t>(bits.size());
-    constexpr std::array<std::ptrdiff_t, 6> steps{1, 2, 4, 8, 16, 16};  // 1 + these: 48 rows
-    // The rows where a long run begins, and then all that it covers.
-    for (const std::ptrdiff_t step : steps)
-        for (std::ptrdiff_t y = 0; y < rows; ++y)
-            runs[static_cast<std::size_t>(y)] &=
-                y + step < rows ? runs[static_cast<std::size_t>(y + step)] : 0;
-    for (const std::ptrdiff_t step : steps)
-        for (std::ptrdiff_t y = rows - 1; y >= step; --y)
-            runs[static_cast<std::size_t>(y)] |= runs[static_cast<std::size_t>(y - step)];
-    for (std::size_t y = 0; y < bits.size(); ++y)
-        runs[y] = bits[y] & ~runs[y];
-    return runs;
-}
-
-}  // namespace
 
 Evidence::Evidence(const Comparison& frames, const Votes& votes, const StillContent& still,
                    std::int64_t displacement)

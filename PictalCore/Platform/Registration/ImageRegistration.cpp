@@ -21,20 +21,18 @@ bool areSame(const Comparison& frames) {
 
 /// How far the content may have moved to the side as well, by a few columns that vote at each
 /// shift; 0 when nothing speaks for one.
-std::int64_t likelyShift(const CGImage& reference, const CGImage& target,
-                         const SegmentGrid& whole) {
-    constexpr std::size_t columns = 6;
-    constexpr std::int64_t furthest = 4;
+/// @param votesAt  the votes of the frames in that grid at that shift
+std::int64_t likelyShift(const SegmentGrid& whole, const auto& votesAt) {
+    constexpr std::size_t columns = 4;
+    constexpr std::int64_t furthest = 3;
     const SegmentGrid grid(whole, columns);
-    const SegmentTable first(reference, grid, 0);
     std::uint32_t most = 8;
     std::int64_t best = 0;
     for (std::int64_t shift = -furthest; shift <= furthest; ++shift) {
         if (shift == 0) continue;
-        const SegmentTable second(target, grid, shift);
-        const Votes votes(ExactComparison(grid, first, second, second, shift));
-        if (votes.mostOnce() > most) {
-            most = votes.mostOnce();
+        const std::uint32_t once = votesAt(grid, shift).mostOnce();
+        if (once > most) {
+            most = once;
             best = shift;
         }
     }
@@ -50,6 +48,8 @@ struct ImageRegistration::Impl {
     double shift = 0;
 
     void compare(const CGImage& reference, const CGImage& target, const Options& options);
+    void compareNoisy(const CGImage& reference, const CGImage& target, const SegmentGrid& grid,
+                      std::uint16_t noise, const Options& options);
     [[nodiscard]] bool isSure() const { return answer({0, height}).has_value(); }
     [[nodiscard]] std::optional<RegisteredTranslation> answer(const RowRange& rows) const {
         if (same) return RegisteredTranslation{0, 0, 1};
@@ -69,19 +69,40 @@ void ImageRegistration::Impl::compare(const CGImage& reference, const CGImage& t
     same = areSame(frames);
     if (same) return;
     verdict = std::make_unique<const Verdict>(frames, options.withheld);
+    // Where much speaks for two answers, looking closer could only lose one of them.
     if (isSure() || verdict->isAmbiguous()) return;
-
-    const SumTable firstSums(reference, grid), secondSums(target, grid);
-    if (const std::uint16_t noise = std::max(firstSums.noise(), secondSums.noise()); noise > 0) {
-        const NoisyComparison noisy(grid, firstSums, secondSums, noise);
-        verdict = std::make_unique<const Verdict>(noisy, options.withheld);
+    if (const std::uint16_t noise = std::max(noiseOf(reference, grid), noiseOf(target, grid));
+        noise > 0) {
+        compareNoisy(reference, target, grid, noise, options);
         return;
     }
 
-    const std::int64_t sideways = likelyShift(reference, target, grid);
+    const std::int64_t sideways = likelyShift(grid, [&](const SegmentGrid& few, std::int64_t x) {
+        const SegmentTable a(reference, few, 0), b(target, few, x);
+        return Votes(ExactComparison(few, a, b, b, x));
+    });
     if (sideways == 0) return;
     const SegmentTable moved(target, grid, sideways);
     const ExactComparison shifted(grid, first, moved, second, sideways);
+    verdict = std::make_unique<const Verdict>(shifted, options.withheld);
+    shift = static_cast<double>(sideways);
+}
+
+void ImageRegistration::Impl::compareNoisy(const CGImage& reference, const CGImage& target,
+                                           const SegmentGrid& grid, std::uint16_t noise,
+                                           const Options& options) {
+    const SumTable first(reference, grid, 0), second(target, grid, 0);
+    const NoisyComparison frames(grid, first, second, second, 0, noise);
+    verdict = std::make_unique<const Verdict>(frames, options.withheld);
+    if (isSure() || verdict->isAmbiguous()) return;
+
+    const std::int64_t sideways = likelyShift(grid, [&](const SegmentGrid& few, std::int64_t x) {
+        const SumTable a(reference, few, 0), b(target, few, x);
+        return Votes(NoisyComparison(few, a, b, b, x, noise));
+    });
+    if (sideways == 0) return;
+    const SumTable moved(target, grid, sideways);
+    const NoisyComparison shifted(grid, first, moved, second, sideways, noise);
     verdict = std::make_unique<const Verdict>(shifted, options.withheld);
     shift = static_cast<double>(sideways);
 }

@@ -3,44 +3,50 @@
 #include "PictalCore/Platform/Registration/SegmentRows.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace pictal::detail {
 
-SumTable::SumTable(const CGImage& image, const SegmentGrid& grid)
-    : rows_(image.height()),
-      columns_(grid.columns()),
-      sums_(std::make_unique_for_overwrite<kernels::SegmentSums[]>(static_cast<std::size_t>(rows_) *
-                                                                   columns_)) {
+std::uint16_t noiseOf(const CGImage& image, const SegmentGrid& grid) {
     const std::vector<std::uint32_t> starts = grid.shiftedStarts(0);
-    SegmentRows source(image);
-    for (std::int64_t y = 0; y < rows_; ++y)
-        kernels::segmentKernels().sumSegments(source.row(y), starts,
-                                              sums_.get() + static_cast<std::size_t>(y) * columns_);
-}
-
-std::uint16_t SumTable::noise() const {
+    std::vector<kernels::SegmentSums> above(starts.size()), here(starts.size());
     std::vector<std::uint16_t> differences;
-    for (std::int64_t y = 4; y < rows_; y += 8)
-        for (std::size_t column = 0; column < columns_; column += 3) {
-            const kernels::SegmentSums& here = row(y)[column];
-            const kernels::SegmentSums& above = row(y - 1)[column];
-            std::uint16_t most = 0;
-            for (std::size_t i = 0; i < here.size(); ++i)
-                most = std::max(most, static_cast<std::uint16_t>(std::max(here[i], above[i]) -
-                                                                 std::min(here[i], above[i])));
-            differences.push_back(most);
+    SegmentRows source(image);
+    for (std::int64_t y = 4; y < image.height(); y += 16) {
+        kernels::segmentKernels().sumSegments(source.row(y - 1), starts, above.data());
+        kernels::segmentKernels().sumSegments(source.row(y), starts, here.data());
+        for (std::size_t s = 0; s < starts.size(); ++s) {
+            int most = 0;
+            for (std::size_t i = 0; i < here[s].size(); ++i)
+                most = std::max(most, std::abs(here[s][i] - above[s][i]));
+            differences.push_back(static_cast<std::uint16_t>(most));
         }
+    }
     if (differences.empty()) return 0;
     const auto tenth = differences.begin() + std::ssize(differences) / 10;
     std::ranges::nth_element(differences, tenth);
     return *tenth;
 }
 
+SumTable::SumTable(const CGImage& image, const SegmentGrid& grid, std::int64_t shift)
+    : rows_(image.height()),
+      columns_(grid.columns()),
+      sums_(std::make_unique_for_overwrite<kernels::SegmentSums[]>(static_cast<std::size_t>(rows_) *
+                                                                   columns_)) {
+    const std::vector<std::uint32_t> starts = grid.shiftedStarts(shift);
+    SegmentRows source(image);
+    for (std::int64_t y = 0; y < rows_; ++y)
+        kernels::segmentKernels().sumSegments(source.row(y), starts,
+                                              sums_.get() + static_cast<std::size_t>(y) * columns_);
+}
+
 NoisyComparison::NoisyComparison(const SegmentGrid& grid, const SumTable& reference,
-                                 const SumTable& target, std::uint16_t noise)
+                                 const SumTable& target, const SumTable& unmoved,
+                                 std::int64_t shift, std::uint16_t noise)
     : reference_(reference),
       target_(target),
-      columns_(grid.inside(0)),
+      unmoved_(unmoved),
+      columns_(grid.inside(shift)),
       tolerance_(std::clamp<std::uint16_t>(static_cast<std::uint16_t>(4 * noise), 12, 96)),
       // Sums seldom cross a step by noise alone, and most segments keep all eight.
       step_(static_cast<std::uint16_t>(3 * tolerance_)),

@@ -3,6 +3,7 @@
 #include "PictalCore/Platform/Graphics/Kernels/Segments.h"
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -33,6 +34,22 @@ struct RowRange {
         runs[y] |= run;
         runs[y + 1] |= run;
     }
+    return runs;
+}
+
+/// What belongs to runs of fewer than 48 rows: lines of text, not pictures.
+[[nodiscard]] inline RowBits shortRuns(const RowBits& bits) {
+    constexpr std::array<std::size_t, 6> steps{1, 2, 4, 8, 16, 16};  // 1 + these: 48 rows
+    RowBits runs = bits;
+    // The rows where a long run begins, and then all that it covers.
+    for (const std::size_t step : steps)
+        for (std::size_t y = 0; y < runs.size(); ++y)
+            runs[y] &= y + step < runs.size() ? runs[y + step] : 0;
+    for (const std::size_t step : steps)
+        for (std::size_t y = runs.size(); y-- > step;)
+            runs[y] |= runs[y - step];
+    for (std::size_t y = 0; y < bits.size(); ++y)
+        runs[y] = bits[y] & ~runs[y];
     return runs;
 }
 

@@ -55,21 +55,28 @@ StillContent::StillContent(const Comparison& frames) {
         ++rowsAtBottom_;
 
     const std::uint64_t sides = stillColumns(testable, still, columns);
-    RowBits stillTestable(count);
+    RowBits stillTestable(count), changed(count);
     mobile_.resize(count);
     for (std::size_t y = 0; y < count; ++y) {
         const auto row = static_cast<std::int64_t>(y);
         const bool chrome = row < rowsAtTop_ || row >= rows - rowsAtBottom_;
         mobile_[y] = chrome ? 0 : columns & ~sides & ~still[y];
         stillTestable[y] = testable[y] & still[y];
+        changed[y] = testable[y] & ~still[y];
     }
     testable_ = BitCounts(testable);
     still_ = BitCounts(stillTestable);
+    changedLines_ = BitCounts(shortRuns(changed));
 }
 
 double StillContent::share(const RowRange& rows) const {
     const double tests = testable_.in(rows);
     return tests > 0 ? still_.in(rows) / tests : 0;
+}
+
+double StillContent::writingShare(const RowRange& rows) const {
+    const double still = still_.in(rows);
+    return still > 0 ? still / (still + changedLines_.in(rows)) : 0;
 }
 
 }  // namespace pictal::detail

@@ -20,6 +20,8 @@ class StillContent {
     [[nodiscard]] std::int64_t rowsAtBottom() const { return rowsAtBottom_; }
     /// The part of what can tell a movement that stands still.
     [[nodiscard]] double share(const RowRange& rows) const;
+    /// The part of writing that stands still; pictures and videos are not counted.
+    [[nodiscard]] double writingShare(const RowRange& rows) const;
     /// How much can tell a movement at all, in segments.
     [[nodiscard]] double testable(const RowRange& rows) const { return testable_.in(rows); }
 
@@ -27,7 +29,7 @@ class StillContent {
     RowBits mobile_;
     std::int64_t rowsAtTop_ = 0;
     std::int64_t rowsAtBottom_ = 0;
-    BitCounts testable_, still_;
+    BitCounts testable_, still_, changedLines_;
 };
 
 }  // namespace pictal::detail

@@ -98,7 +98,9 @@ std::optional<std::size_t> Verdict::betterRival() const {
 }
 
 double Verdict::stillness(const RowRange& rows) const {
+    // Lists whose rows resemble one another stand still in part wherever they are.
     return unit((still_.share(rows) - 0.55) / 0.35) *
+           unit((still_.writingShare(rows) - 0.8) / 0.1) *
            (1 - std::exp(-still_.testable(rows) * still_.share(rows) / 20));
 }
 
@@ -113,7 +115,7 @@ double Verdict::agreement(const RowRange& rows) const {
     if (support == 0) return 0;
     const double share = support / (support + best.against(range));
     const double places = uniquePlaces(range);
-    const double unique = unit(best.once(range) / support / 0.3);
+    const double unique = std::pow(unit(2 * best.once(range) / support), 2);
     // What has next to nothing unique is furniture, which has to agree throughout.
     const double repeated = 1 - unit(places / 8) * unique;
     const double least = 0.3 + 0.6 * repeated, enough = 0.6 + 0.37 * repeated;

@@ -113,6 +113,19 @@ TEST(ScrollingFrameAnalyzer, FollowsContentThatAlsoMovesSideways) {
     EXPECT_EQ(answer(page.frame(100, 0), page.frame(160, 5)), "none") << "too far for a scroll";
 }
 
+TEST(ScrollingFrameAnalyzer, SeesThroughNoise) {
+    PageFrames page(900, 600, 11);
+    page.noise = 2;
+    EXPECT_EQ(answer(page.frame(100), page.frame(230)), "-130");
+    EXPECT_EQ(answer(page.frame(100, 8), page.frame(160, 6)), "-60") << "and sideways";
+    EXPECT_EQ(answer(page.frame(100), page.frame(100)), "unchanged");
+    PageFrames other(900, 600, 12);
+    other.noise = 2;
+    EXPECT_EQ(answer(page.frame(100), other.frame(100)), "none");
+    page.repeatEvery = 1;
+    EXPECT_EQ(answer(page.frame(0), page.frame(30)), "none");
+}
+
 TEST(ScrollingFrameAnalyzer, TakesFramesOfAnySize) {
     for (const std::int64_t width : {1, 63, 64, 65, 130, 4097, 4500})
         for (const std::int64_t height : {2, 3, 60, 120}) {
