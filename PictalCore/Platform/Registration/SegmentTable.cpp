@@ -43,7 +43,8 @@ std::uint64_t SegmentGrid::inside(std::int64_t shift) const {
 
 std::vector<std::uint32_t> SegmentGrid::shiftedStarts(std::int64_t shift) const {
     std::vector<std::uint32_t> starts = starts_;
-    const std::int64_t last = std::max<std::int64_t>(width_ - segmentPixels, 0);
+    const std::int64_t last =
+        std::max<std::int64_t>(width_ - static_cast<std::int64_t>(segmentPixels), 0);
     for (std::uint32_t& start : starts)
         start = static_cast<std::uint32_t>(
             std::clamp<std::int64_t>(std::int64_t{start} - shift, 0, last));
