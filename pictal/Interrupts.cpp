@@ -35,7 +35,7 @@ extern "C" void onEndingSignal(int signal) {
 void removeTemporaryFileOnInterrupt() {
     struct sigaction action{};
     action.sa_handler = onEndingSignal;
-    action.sa_flags = SA_RESETHAND;
+    action.sa_flags = static_cast<int>(SA_RESETHAND);
     action.sa_mask = endingSignals();
     for (const int signal : endings) {
         struct sigaction before{};
