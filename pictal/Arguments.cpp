@@ -1,5 +1,6 @@
 #include "pictal/Arguments.h"
 
+#include <array>
 #include <charconv>
 #include <cmath>
 #include <optional>
@@ -45,6 +46,30 @@ std::optional<CGPoint> takePoint(std::string_view& text) {
     return CGPoint{*x, *y};
 }
 
+/// Numbers at the front of the text with commas between them, or what else takes their place; all
+/// of the text has to be used.
+std::optional<std::array<double, 4>> fourNumbers(std::string_view text,
+                                                 const std::array<std::string_view, 3>& between) {
+    std::array<double, 4> numbers{};
+    for (std::size_t i = 0; i < numbers.size(); ++i) {
+        if (i > 0) {
+            // A separator of white space is white space; around any other there may be some.
+            const bool apart = between[i - 1] == " ";
+            const std::size_t before = text.size();
+            skipWhiteSpace(text);
+            if (apart ? text.size() == before : !text.starts_with(between[i - 1]))
+                return std::nullopt;
+            if (!apart) text.remove_prefix(between[i - 1].size());
+            skipWhiteSpace(text);
+        }
+        const auto number = takeNumber(text);
+        if (!number) return std::nullopt;
+        numbers[i] = *number;
+    }
+    if (!text.empty()) return std::nullopt;
+    return numbers;
+}
+
 std::unexpected<Failure> notUnderstood(std::string_view text, std::string_view wanted) {
     return badInput(fmt::format("{} is not {}", inQuotes(text), wanted));
 }
@@ -87,6 +112,24 @@ std::expected<std::vector<CGPoint>, Failure> parsePoints(std::string_view text) 
         points.push_back(*point);
     }
     return points;
+}
+
+std::expected<CGRect, Failure> parseRect(std::string_view text) {
+    if (const auto n = fourNumbers(text, {",", ",", ","}))
+        return CGRect((*n)[0], (*n)[1], (*n)[2], (*n)[3]);
+    auto sized = fourNumbers(text, {",", " ", "x"});
+    if (const auto n = fourNumbers(text, {"x", "+", "+"}); n)
+        sized = {{(*n)[2], (*n)[3], (*n)[0], (*n)[1]}};
+    if (!sized || (*sized)[2] < 0 || (*sized)[3] < 0)
+        return notUnderstood(text, "a rectangle; write it as x,y,width,height");
+    return CGRect((*sized)[0], (*sized)[1], (*sized)[2], (*sized)[3]);
+}
+
+std::expected<std::pair<CGPoint, CGPoint>, Failure> parseLine(std::string_view text) {
+    auto n = fourNumbers(text, {",", ",", ","});
+    if (!n) n = fourNumbers(text, {",", " ", ","});
+    if (!n) return notUnderstood(text, "a line; write it as x1,y1,x2,y2");
+    return std::pair(CGPoint{(*n)[0], (*n)[1]}, CGPoint{(*n)[2], (*n)[3]});
 }
 
 CLI::Validator wholeNumber(std::int64_t least, std::int64_t most) {

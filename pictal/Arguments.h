@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include <CLI/CLI.hpp>
@@ -30,6 +31,13 @@ namespace pictal::program {
 
 /// Points apart by white space: "10,20 30,40.5".
 [[nodiscard]] std::expected<std::vector<CGPoint>, Failure> parsePoints(std::string_view text);
+
+/// A rectangle, its corner and its size: "x,y,w,h", "WxH+X+Y" or "X,Y WxH". The size may be
+/// negative in the first.
+[[nodiscard]] std::expected<CGRect, Failure> parseRect(std::string_view text);
+
+/// Two points: "x1,y1,x2,y2" or "x1,y1 x2,y2".
+[[nodiscard]] std::expected<std::pair<CGPoint, CGPoint>, Failure> parseLine(std::string_view text);
 
 /// For an option that takes a whole number of such a size, in decimal digits.
 [[nodiscard]] CLI::Validator wholeNumber(std::int64_t least, std::int64_t most = INT64_MAX);

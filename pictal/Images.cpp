@@ -61,16 +61,18 @@ std::expected<CGImage, Failure> ImageInput::read() const {
     return decode(*file);
 }
 
-void ImageOutput::addTo(CLI::App& command) {
-    command.add_option("-o,--output", path, "Where the PNG goes; - is standard output")
-        ->required()
-        ->transform(nameOf("file"))
-        ->type_name("FILE");
+CLI::Option* ImageOutput::addTo(CLI::App& command) {
+    CLI::Option* output =
+        command.add_option("-o,--output", path, "Where the PNG goes; - is standard output")
+            ->required()
+            ->transform(nameOf("file"))
+            ->type_name("FILE");
     command
         .add_option("--compression", compression,
                     "fast: quickest, default: small and quick, small: smallest")
         ->transform(choice<PNG::Compression>())
         ->default_str("default");
+    return output;
 }
 
 std::expected<void, Failure> ImageOutput::write(const CGImage& image) const {

@@ -44,7 +44,8 @@ struct ImageOutput {
     std::string path;
     PNG::Compression compression = PNG::Compression::standard;
 
-    void addTo(CLI::App& command);
+    /// @return the option that names the file; it is required unless it is told otherwise
+    CLI::Option* addTo(CLI::App& command);
     [[nodiscard]] std::expected<void, Failure> write(const CGImage& image) const;
 };
 

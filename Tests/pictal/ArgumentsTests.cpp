@@ -30,6 +30,29 @@ TEST(Arguments, Points) {
     EXPECT_FALSE(parsePoints("1,2,3 4"));
 }
 
+TEST(Arguments, RectanglesAndLines) {
+    // Compared by what was written, not by the area that is covered.
+    const auto check = [](const char* text, CGRect want) {
+        const auto have = parseRect(text);
+        ASSERT_TRUE(have) << text;
+        EXPECT_EQ(have->origin, want.origin) << text;
+        EXPECT_EQ(have->size, want.size) << text;
+    };
+    check("1,2,3,4", {1, 2, 3, 4});
+    check("-1.5, .5 ,-3,4e1", {-1.5, 0.5, -3, 40});
+    check("30x40+1+2", {1, 2, 30, 40});
+    check("30x40+-1+2.5", {-1, 2.5, 30, 40});
+    check("-1,2 30x40", {-1, 2, 30, 40});
+    for (const char* text : {"", "1,2,3", "1,2,3,", "1,2,3,4,5", "1 2 3 4", "1,2 3,4", "30x40",
+                             "-3x4+1+2", "1,2 3x-4", "1,2,3,inf", "30x40+1,2", "1,2,3,4 "})
+        EXPECT_FALSE(parseRect(text)) << text;
+    const std::pair<CGPoint, CGPoint> line({1, -2}, {3.5, 4});
+    EXPECT_EQ(*parseLine("1,-2,3.5,4"), line);
+    EXPECT_EQ(*parseLine("1,-2  3.5,4"), line);
+    for (const char* text : {"1,2", "1,2,3", "1,2 3", "1 2 3 4", "1,2;3,4", "1,2,3,4,5"})
+        EXPECT_FALSE(parseLine(text)) << text;
+}
+
 TEST(Arguments, ColoursAsCSSWritesThem) {
     const auto check = [](const char* text, double red, double green, double blue, double alpha) {
         const auto color = parseColor(text);

@@ -1,6 +1,7 @@
 #include "PictalCore/Annotation/AnnotationDraftBuilder.h"
 #include "pictal/Arguments.h"
 #include "pictal/JSONOutput.h"
+#include "pictal/MarkStyle.h"
 #include "pictal/commands/Commands.h"
 
 #include <fmt/format.h>
@@ -16,20 +17,24 @@ struct DraftOptions {
     std::string text;
     std::string number = "1";
     std::string style;
+    const CLI::App* command = nullptr;
     bool json = true;
 };
 
-AnnotationStyle usualStyle(AnnotationTool tool) {
-    switch (tool) {
-        case AnnotationTool::highlight:
-            return AnnotationStyle::highlight;
-        case AnnotationTool::mosaic:
-            return AnnotationStyle::mosaic;
-        case AnnotationTool::text:
-            return AnnotationStyle::text;
-        default:
-            return {};
-    }
+/// The file's style or the tool's usual one, changed by the options.
+std::expected<AnnotationStyle, Failure> styleOf(const DraftOptions& options) {
+    MarkStyle changes;
+    const auto read = forEachOption(
+        *options.command,
+        [&](const std::string& name, const std::string& value) -> std::expected<void, Failure> {
+            if (!MarkStyle::takes(name)) return {};
+            return changes.set(name, value);
+        });
+    if (!read) return std::unexpected(read.error());
+    if (options.style.empty()) return changes.of(options.tool);
+    const auto stored = readJSON<AnnotationStyle>(options.style);
+    if (!stored) return std::unexpected(stored.error());
+    return changes.changed(*stored);
 }
 
 Outcome run(const DraftOptions& options) {
@@ -45,15 +50,11 @@ Outcome run(const DraftOptions& options) {
     if (!points) return badInput("--points: " + points.error().message);
     const auto number = parseWholeNumber(options.number);
     if (!number) return badInput("--number: " + number.error().message);
-    AnnotationStyle style = usualStyle(options.tool);
-    if (!options.style.empty()) {
-        const auto stored = readJSON<AnnotationStyle>(options.style);
-        if (!stored) return std::unexpected(stored.error());
-        style = *stored;
-    }
+    const auto style = styleOf(options);
+    if (!style) return std::unexpected(style.error());
 
     const auto annotation = AnnotationDraftBuilder::annotation(
-        options.tool, *start, *current, *points, options.text, *number, style);
+        options.tool, *start, *current, *points, options.text, *number, *style);
     if (!annotation)
         return std::unexpected(Failure{
             ExitStatus::no,
@@ -71,7 +72,7 @@ void addDraft(Program& program) {
         "Examples:\n"
         "  pictal draft --tool arrow --start 40,40 --current 200,120\n"
         "  pictal draft --tool brush --start 0,0 --points 10,10 14,22 30,25\n"
-        "  pictal draft --tool number --start 80,80 --number 3\n"
+        "  pictal draft --tool number --start 80,80 --number 3 --stroke navy\n"
         "\n"
         "Coordinates are pixels from the lower left corner, y upward.",
         [](CLI::App& command, DraftOptions& options) {
@@ -97,6 +98,8 @@ void addDraft(Program& program) {
                             "JSON file with the style, instead of the tool's usual one; - is "
                             "standard input")
                 ->type_name("FILE");
+            options.command = &command;
+            MarkStyle::addTo(command);
             command.add_flag("--json", options.json, "Accepted; the output is always JSON");
         },
         run);
