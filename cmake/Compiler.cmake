@@ -7,6 +7,9 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # std::vector that are not there.
     target_compile_options(pictal_warnings INTERFACE
         -Wno-maybe-uninitialized -Wno-array-bounds -Wno-stringop-overflow -Wno-restrict)
+else()
+    # The stable sort of g++ 12's library calls a function that the same library calls deprecated.
+    target_compile_options(pictal_warnings INTERFACE -Wno-deprecated-declarations)
 endif()
 
 # What the library itself is compiled with.
