@@ -37,6 +37,9 @@ class ColumnSet {
             return true;
         });
     }
+    void insert(const ColumnSet& other) {
+        other.forEachWord([&](std::size_t index) { insertInWord(index, other.words_[index]); });
+    }
     [[nodiscard]] bool contains(std::int64_t begin, std::int64_t end) const {
         return forWords(begin, end, [&](std::size_t index, std::uint64_t bits) {
             return (words_[index] & bits) == bits;

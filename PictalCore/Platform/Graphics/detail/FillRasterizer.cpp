@@ -84,7 +84,7 @@ class EdgeList {
             if (edge.top == edge.bottom || edge.endRow() <= clip_.top ||
                 edge.top >= clip_.bottom * fixedOne)
                 return;
-            const auto [left, right] = std::minmax(edge.x, edge.bottomX);
+            const auto [left, right] = std::minmax({edge.x, edge.bottomX});
             touched_.right =
                 std::min(clip_.right, std::max(touched_.right, (right >> fixedBits) + 1));
             if (left >= clip_.right * fixedOne) return;

@@ -3,7 +3,7 @@
 #include "PictalCore/Platform/Graphics/detail/FillRasterizer.h"
 #include "PictalCore/Platform/Graphics/detail/PathFlattening.h"
 #include "PictalCore/Platform/Graphics/detail/RowBuckets.h"
-#include "PictalCore/Platform/Graphics/detail/StrokeRow.h"
+#include "PictalCore/Platform/Graphics/detail/StrokeBands.h"
 #include "PictalCore/Platform/Graphics/detail/WorldClip.h"
 
 #include <algorithm>
@@ -30,11 +30,9 @@
 namespace pictal::detail {
 namespace {
 
-/// Rows that are looked at together first: what is covered in all of them needs no second look.
-constexpr std::int64_t bandRows = 8;
-
 std::int64_t bandOf(std::int64_t row) {
-    return row >= 0 ? row / bandRows : -((bandRows - 1 - row) / bandRows);
+    return row >= 0 ? row / StrokeBands::tallest
+                    : -((StrokeBands::tallest - 1 - row) / StrokeBands::tallest);
 }
 
 /// A piece of a path from one point to another, by their numbers.
@@ -111,16 +109,15 @@ class Stroke {
             if (const auto capsule = capsuleOf(index))
                 bands.add(bandOf(std::max<std::int64_t>(capsule->firstRow, area_.clip.top)), index);
         }
-        ColumnSet solid(area_.width);
-        StrokeRow pixels(area_, radius_);
+        StrokeBands rows(area_, radius_);
         const std::int64_t end = bandOf(area_.clip.bottom - 1) + 1;
         for (std::int64_t band = bandOf(area_.clip.top); band < end; ++band) {
             for (auto i = bands.first(band); i != RowBuckets::none; i = bands.after(i))
                 active_.push_back(*capsuleOf(i));
             if (active_.empty()) continue;
-            rasterizeBand(band, solid, pixels, sink);
+            rows.rasterize(band * StrokeBands::tallest, active_, sink);
             std::erase_if(active_, [&](const StrokeCapsule& capsule) {
-                return capsule.endRow <= (band + 1) * bandRows;
+                return capsule.endRow <= (band + 1) * StrokeBands::tallest;
             });
         }
     }
@@ -171,55 +168,11 @@ class Stroke {
         return static_cast<std::int32_t>(std::clamp(y, -0x1p30, 0x1p30));
     }
 
-    /// Capsules are convex: columns that they cover at the top and at the bottom of a band they
-    /// cover in all of its rows. A capsule that touches no others is not looked at in the band.
-    void rasterizeBand(std::int64_t band, ColumnSet& solid, StrokeRow& pixels, CoverageSink& sink) {
-        const auto top = static_cast<CGFloat>(band * bandRows);
-        const CGFloat bottom = top + bandRows;
-        solid.clear();
-        inBand_.clear();
-        for (const StrokeCapsule& capsule : active_) {
-            RowCapsule at{.of = &capsule};
-            const bool spans = capsule.firstRow <= band * bandRows &&
-                               capsule.endRow >= (band + 1) * bandRows &&
-                               capsule.capsule.top() <= top && capsule.capsule.bottom() >= bottom;
-            at.top = capsule.capsule.sectionAt(top);
-            at.bottom = capsule.capsule.sectionAt(bottom);
-            if (spans) {
-                const std::int32_t from = area_.ceil(at.innermost(Side::left));
-                const std::int32_t to = area_.floor(at.innermost(Side::right));
-                if (from < to) solid.insert(from, to);
-            }
-            const Section reach = capsule.capsule.reach(top, at.top, bottom, at.bottom);
-            at.begin = area_.floor(reach.left);
-            at.end = area_.ceil(reach.right);
-            if (at.begin < at.end) inBand_.push_back(at);
-        }
-        std::erase_if(inBand_,
-                      [&](const RowCapsule& at) { return solid.contains(at.begin, at.end); });
-
-        const std::int64_t firstRow = std::max(band * bandRows, area_.clip.top);
-        const std::int64_t endRow = std::min((band + 1) * bandRows, area_.clip.bottom);
-        for (std::int64_t row = firstRow; row < endRow; ++row) {
-            pixels.begin(row, solid);
-            const auto y = static_cast<CGFloat>(row);
-            for (RowCapsule& at : inBand_) {
-                if (row < at.of->firstRow || row >= at.of->endRow) continue;
-                const bool isFirst = row == firstRow || row == at.of->firstRow;
-                at.top = isFirst ? at.capsule().sectionAt(y) : at.bottom;
-                at.bottom = at.capsule().sectionAt(y + 1);
-                pixels.add(at);
-            }
-            pixels.flush(sink);
-        }
-    }
-
     std::span<const CGPoint> points_;
     CGFloat radius_;
     WorkArea area_;
     std::vector<Segment> segments_;
     std::vector<StrokeCapsule> active_;
-    std::vector<RowCapsule> inBand_;
 };
 
 /// A lone line or dot cannot meet itself, so its outline can be filled, which is exact.
@@ -254,6 +207,9 @@ void rasterizeStroke(const FlatPath& path, CGFloat width, const PixelRect& clip,
         const std::span<const CGPoint> points = path.contour(0).points;
         return fillCapsule(Capsule(points.front(), points.back(), radius), clip, sink);
     }
+    // Too little to make a level, even if all of it lay in one pixel, whose diagonal is under 1.5.
+    const auto pieces = static_cast<CGFloat>(path.points().size() + path.contourCount());
+    if (width < 1 && pieces * (1.5 + width) * width * 255 < 0.5) return;
     const PixelRect area = reached(path.points(), radius, clip);
     if (!area.isEmpty()) Stroke(path, radius, area).rasterize(sink);
 }

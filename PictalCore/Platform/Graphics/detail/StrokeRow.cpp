@@ -3,7 +3,6 @@
 #include "PictalCore/Platform/Graphics/detail/SpanWriter.h"
 
 #include <bit>
-#include <limits>
 
 namespace pictal::detail {
 namespace {
@@ -33,10 +32,8 @@ StrokeRow::StrokeRow(const WorkArea& area, CGFloat radius)
 
 void StrokeRow::begin(std::int64_t row, const ColumnSet& solid) {
     row_ = static_cast<CGFloat>(row);
-    solid.forEachWord([&](std::size_t word) {
-        touched_.insertInWord(word, solid.word(word));
-        solid_.insertInWord(word, solid.word(word));
-    });
+    touched_.insert(solid);
+    solid_.insert(solid);
 }
 
 void StrokeRow::add(RowCapsule& at) {
@@ -71,9 +68,10 @@ void StrokeRow::enlist(const RowCapsule& capsule) {
         head = static_cast<std::int32_t>(members_.size() - 1);
         return true;
     };
-    if (capsule.begin < capsule.solidBegin)
+    if (capsule.begin < capsule.solidBegin && !capsule.leftIsHidden)
         ColumnSet::forWords(capsule.begin, capsule.solidBegin, add);
-    if (capsule.solidEnd < capsule.end) ColumnSet::forWords(capsule.solidEnd, capsule.end, add);
+    if (capsule.solidEnd < capsule.end && !capsule.rightIsHidden)
+        ColumnSet::forWords(capsule.solidEnd, capsule.end, add);
 }
 
 void StrokeRow::flush(CoverageSink& sink) {
@@ -166,7 +164,7 @@ bool StrokeRow::coverByFormulas(const Run& run, std::span<std::uint8_t> levels) 
         if (between_.size() > 1 || !fromLeft_.empty() || !fromRight_.empty()) return false;
         const Capsule& capsule = between_.front()->capsule();
         if (capsule.upper().y == capsule.lower().y) {
-            const auto [from, to] = std::minmax(capsule.upper().x, capsule.lower().x);
+            const auto [from, to] = std::minmax({capsule.upper().x, capsule.lower().x});
             if (run.left < from || run.right() > to) return false;
             everywhere = std::min(capsule.bottom(), row_ + 1) - std::max(capsule.top(), row_);
         } else {
@@ -187,22 +185,28 @@ bool StrokeRow::coverByFormulas(const Run& run, std::span<std::uint8_t> levels) 
     return true;
 }
 
+/// The capsule that reaches farthest to a side on average.
+const RowCapsule& StrokeRow::outermost(Side side, const Capsules& capsules) {
+    const auto reach = [side](const RowCapsule& at) {
+        return (at.top.end(side) + at.bottom.end(side)) * sign(side);
+    };
+    const RowCapsule* farthest = capsules.front();
+    for (const RowCapsule* at : capsules) {
+        const CGFloat ahead = reach(*at) - reach(*farthest);
+        if (ahead > 0 || (ahead == 0 && at->of->segment < farthest->of->segment)) farthest = at;
+    }
+    return *farthest;
+}
+
 /// The common edge of the capsules at a side, if one of them has it to itself throughout the row
 /// and it is straight.
 std::optional<StraightEdge> StrokeRow::boundary(Side side, const Capsules& capsules) const {
     if (capsules.empty()) return std::nullopt;
-    const auto reach = [side](const RowCapsule& at) {
-        return (at.top.end(side) + at.bottom.end(side)) * sign(side);
-    };
-    const RowCapsule* outermost = capsules.front();
-    for (const RowCapsule* at : capsules) {
-        const CGFloat ahead = reach(*at) - reach(*outermost);
-        if (ahead > 0 || (ahead == 0 && at->of->segment < outermost->of->segment)) outermost = at;
-    }
-    if (!outermost->capsule().isStraight(side, row_, row_ + 1)) return std::nullopt;
+    const RowCapsule& first = outermost(side, capsules);
+    if (!first.capsule().isStraight(side, row_, row_ + 1)) return std::nullopt;
     for (const RowCapsule* other : capsules)
-        if (other != outermost && !hides(*outermost, *other, side)) return std::nullopt;
-    return StraightEdge(outermost->top.end(side), outermost->bottom.end(side));
+        if (other != &first && !hides(first, *other, side)) return std::nullopt;
+    return StraightEdge(first.top.end(side), first.bottom.end(side));
 }
 
 /// Whether the other's boundary in this row lies behind the straight side of the capsule: with one
@@ -224,13 +228,20 @@ template <class T>
 void StrokeRow::coverByLines(RunLines<T>& lines, const Run& run, std::span<std::uint8_t> levels) {
     lines.reset(run);
     for (const Side side : {Side::left, Side::right}) {
-        // What nowhere reaches as far as another does everywhere is hidden.
         const Capsules& capsules = side == Side::left ? fromRight_ : fromLeft_;
-        CGFloat common = -std::numeric_limits<CGFloat>::infinity();
+        if (capsules.empty()) continue;
+        // A side bends no more than the border of a disc, so it lies in one when its ends do.
+        const RowCapsule& first = outermost(side, capsules);
+        const CGPoint center = first.capsule().axisPoint(side, row_ + 0.5);
+        const CGFloat radius = first.capsule().radius();
+        const auto isInDisc = [&](CGFloat x, CGFloat y) {
+            const CGPoint apart{x - center.x, y - center.y};
+            return apart.x * apart.x + apart.y * apart.y <= radius * radius;
+        };
         for (const RowCapsule* at : capsules)
-            common = std::max(common, at->innermost(side) * sign(side));
-        for (const RowCapsule* at : capsules)
-            if (at->reach.end(side) * sign(side) >= common) lines.addEnd(side, *at->of);
+            if (at == &first || !isInDisc(at->top.end(side), row_) ||
+                !isInDisc(at->bottom.end(side), row_ + 1))
+                lines.addEnd(side, *at->of);
     }
     for (const RowCapsule* at : between_)
         lines.add(*at->of);

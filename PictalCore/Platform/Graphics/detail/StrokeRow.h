@@ -14,13 +14,17 @@
 
 namespace pictal::detail {
 
-/// What a capsule does in one row.
+/// What a capsule does in one row, or in a band of rows.
 struct RowCapsule {
     const StrokeCapsule* of = nullptr;
     Section top{};
     Section bottom{};
     Section reach{};
+    /// Whether it reaches from the top to the bottom.
     bool spans = false;
+    /// Whether others hide a side of it.
+    bool leftIsHidden = false;
+    bool rightIsHidden = false;
     /// Columns counted from the start of the work area: touched, covered wholly.
     std::int32_t begin = 0, solidBegin = 0, solidEnd = 0, end = 0;
 
@@ -86,6 +90,7 @@ class StrokeRow {
     void coverWord(std::size_t word);
     void coverRun(std::int32_t begin, std::int32_t end);
     bool coverByFormulas(const Run& run, std::span<std::uint8_t> levels) const;
+    [[nodiscard]] static const RowCapsule& outermost(Side side, const Capsules& capsules);
     [[nodiscard]] std::optional<StraightEdge> boundary(Side side, const Capsules& capsules) const;
     [[nodiscard]] bool hides(const RowCapsule& capsule, const RowCapsule& other, Side side) const;
     template <class T>
