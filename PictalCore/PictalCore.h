@@ -30,6 +30,7 @@
 #include "PictalCore/Geometry/WindowHitTester.h"
 #include "PictalCore/Platform/Foundation/AtomicFile.h"
 #include "PictalCore/Platform/Foundation/CGGeometry.h"
+#include "PictalCore/Platform/Foundation/CNumbers.h"
 #include "PictalCore/Platform/Foundation/Cancellation.h"
 #include "PictalCore/Platform/Foundation/Clamping.h"
 #include "PictalCore/Platform/Foundation/FileError.h"
