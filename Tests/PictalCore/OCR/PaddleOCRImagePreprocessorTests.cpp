@@ -186,7 +186,9 @@ TEST(PaddleOCRImagePreprocessor, ABatchIsAsWideAsItsLongestLine) {
 }
 
 TEST(PaddleOCRImagePreprocessor, ColoursBecomeSRGB) {
-    const auto linear = CGColorSpace::fromICCProfile(*detail::makeRGBProfile({}, 1.0)).value();
+    const auto linear =
+        CGColorSpace::fromICCProfile(*detail::makeRGBProfile({}, detail::ToneCurve::power(1)))
+            .value();
     const double level = 255 * (1.055 * std::pow(100 / 255.0, 1 / 2.4) - 0.055);
     const CGImage grey = pictureOf(
         8, 8, [](std::uint32_t, std::uint32_t) { return pixelOf(100, 100, 100, 255); }, linear);
