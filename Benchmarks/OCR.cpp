@@ -41,9 +41,9 @@ void boxes(benchmark::State& state) {
     const PaddleOCRDBPostProcessor processor{PaddleOCRDetectionConfig{}};
     for (auto _ : state)
         benchmark::DoNotOptimize(processor.process(map, 736, 480, 1920, 1252));
-    state.counters["cells"] = benchmark::Counter(static_cast<double>(map.size()),
-                                                 benchmark::Counter::kIsIterationInvariantRate |
-                                                     benchmark::Counter::kInvert);
+    state.counters["cells"] = benchmark::Counter(
+        static_cast<double>(map.size()),
+        benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
     if (processor.process(map, 736, 480, 1920, 1252).size() != 300) state.SkipWithError("not 300");
 }
 
@@ -71,9 +71,9 @@ std::vector<float> recognizerOutput() {
 void decode(benchmark::State& state) {
     const auto output = recognizerOutput();
     const std::vector<std::int64_t> shape{lines, steps, classes};
-    const auto decoder =
-        PaddleOCRCTCDecoder::make(std::vector<std::string>(static_cast<std::size_t>(classes - 2), "a"))
-            .value();
+    const auto decoder = PaddleOCRCTCDecoder::make(
+                             std::vector<std::string>(static_cast<std::size_t>(classes - 2), "a"))
+                             .value();
     for (auto _ : state)
         benchmark::DoNotOptimize(decoder.decodeBatch(output, shape));
 }
@@ -87,9 +87,8 @@ const bool registered = [] {
         return static_cast<std::size_t>(width * height) * 4;
     });
     benchmark::RegisterBenchmark("boxes", boxes);
-    benchmark::RegisterBenchmark("boxes/read", [](benchmark::State& state) {
-        readOnce(state, mapOfWords(736, 480));
-    });
+    benchmark::RegisterBenchmark(
+        "boxes/read", [](benchmark::State& state) { readOnce(state, mapOfWords(736, 480)); });
     benchmark::RegisterBenchmark("decode", decode)->Unit(benchmark::kMillisecond);
     benchmark::RegisterBenchmark("decode/read", [](benchmark::State& state) {
         readOnce(state, recognizerOutput());

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <cstddef>
 #include <string>
 
@@ -26,24 +25,6 @@ class Progress {
     std::size_t steps_;
     std::size_t done_ = 0;
     bool shown_;
-/// A bar on standard error while long work is done: on a terminal only, and gone when it ends.
-class Progress {
-  public:
-    /// @param total  steps; nothing is shown for none
-    Progress(std::string label, std::size_t total, bool quiet);
-    ~Progress();
-    Progress(const Progress&) = delete;
-    Progress& operator=(const Progress&) = delete;
-
-    /// So many steps are done by now.
-    void show(std::size_t done);
-
-  private:
-    std::string label_;
-    std::size_t total_;
-    bool isShown_;
-    bool isDrawn_ = false;
-    std::chrono::steady_clock::time_point next_{};
 };
 
 }  // namespace pictal::program

@@ -15,9 +15,6 @@ using namespace pictal::program;
 Outcome run(int argc, char** argv) {
     Program program;
     for (const auto add : allCommands)
-    for (const auto add :
-         {addAnnotate, addExport, addDraft, addInfo, addOCR, addOCRTensor, addOCRBoxes, addOCRLines,
-          addOCRDecode, addShortcuts, addName, addPreview, addRedact, addDemoMode})
         add(program);
 
     try {

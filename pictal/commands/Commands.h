@@ -24,8 +24,9 @@ void addRedact(Program& program);
 void addDemoMode(Program& program);
 
 /// In the order of `pictal --help`.
-inline constexpr auto allCommands = {addAnnotate, addExport,  addDraft,  addOffset,
-                                     addStitch,   addPick,    addInfo,   addShortcuts,
-                                     addName,     addPreview, addRedact, addDemoMode};
+inline constexpr auto allCommands = {
+    addAnnotate,  addExport, addDraft,     addOffset,   addStitch,   addPick,
+    addInfo,      addOCR,    addOCRTensor, addOCRBoxes, addOCRLines, addOCRDecode,
+    addShortcuts, addName,   addPreview,   addRedact,   addDemoMode};
 
 }  // namespace pictal::program

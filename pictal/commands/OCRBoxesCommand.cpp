@@ -30,8 +30,8 @@ std::expected<Size, Failure> parsedSize(const std::string& text) {
     const auto width = parseWholeNumber(text.substr(0, cross));
     const auto height = parseWholeNumber(text.substr(std::min(cross + 1, text.size())));
     if (!width || !height || *width < 1 || *height < 1)
-        return badInput(fmt::format("--size: {} is no size in pixels such as 1920x1080",
-                                    program::quoted(text)));
+        return badInput(
+            fmt::format("--size: {} is no size in pixels such as 1920x1080", inQuotes(text)));
     return Size{*width, *height};
 }
 

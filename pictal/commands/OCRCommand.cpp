@@ -40,7 +40,9 @@ Outcome run(const Options& options) {
     const std::string folder = options.models.empty() ? usualModelFolder() : options.models;
     const auto models = loadModels(folder, options.runtime, options.threads);
     if (!models) return std::unexpected(models.error());
-    const auto lines = recognizedLines(*image, *models, options.sideLimit, options.quiet);
+    const auto lines =
+        recognizedLines(*image, *models, options.sideLimit,
+                        options.quiet ? Progress::Shown::never : Progress::Shown::onTerminal);
     if (!lines) return std::unexpected(lines.error());
     return doneIf(printText(options.json ? jsonOf(*lines) : textOf(*lines)));
 }

@@ -2,7 +2,6 @@
 
 #include "PictalCore/OCR/PaddleOCRDBPostProcessor.h"
 #include "PictalCore/OCR/PaddleOCRImagePreprocessor.h"
-#include "pictal/Progress.h"
 #include "pictal/ocr/TextLines.h"
 #include "pictal/ocr/Tiles.h"
 
@@ -46,22 +45,22 @@ std::expected<std::vector<PaddleOCRDetectionBox>, Failure> detectedBoxes(
 std::expected<std::vector<PaddleOCRDetectionBox>, Failure> boxesOfAll(const CGImage& image,
                                                                       const LoadedModels& models,
                                                                       std::int64_t sideLimit,
-                                                                      bool quiet) {
+                                                                      Progress::Shown shown) {
     PaddleOCRDetectionConfig config = models.detection;
     config.limitSideLength = sideLimit;
     config.limitType = "max";
     if (config.maxSideLimit >= 1) config.maxSideLimit = std::max(config.maxSideLimit, sideLimit);
     const auto tiles = tilesOf(image.width(), image.height(), sideLimit);
-    Progress progress("Looking for text", tiles.size(), quiet);
+    Progress progress("Looking for text", tiles.size(), shown);
     std::vector<std::vector<PaddleOCRDetectionBox>> boxes;
     for (const Tile& tile : tiles) {
-        progress.show(boxes.size());
         const auto part = image.cropping(CGRect(0, static_cast<CGFloat>(tile.top),
                                                 static_cast<CGFloat>(image.width()),
                                                 static_cast<CGFloat>(tile.bottom - tile.top)));
         auto found = detectedBoxes(part.value_or(image), models, config);
         if (!found) return std::unexpected(found.error());
         boxes.push_back(*std::move(found));
+        progress.step();
     }
     return mergedBoxes(tiles, boxes);
 }
@@ -94,17 +93,16 @@ struct LinesByLength {
 std::expected<std::vector<RecognizedLine>, Failure> recognizedLines(const CGImage& image,
                                                                     const LoadedModels& models,
                                                                     std::int64_t sideLimit,
-                                                                    bool quiet) {
+                                                                    Progress::Shown shown) {
     const auto decoder = decoderFor(models.recognition, models.folder + "/rec.yml");
     if (!decoder) return std::unexpected(decoder.error());
-    const auto boxes = boxesOfAll(image, models, sideLimit, quiet);
+    const auto boxes = boxesOfAll(image, models, sideLimit, shown);
     if (!boxes) return std::unexpected(boxes.error());
 
     const LinesByLength lines(image, *boxes);
     std::vector<PaddleOCRDecodedText> texts(boxes->size());
-    Progress progress("Reading", lines.order.size(), quiet);
+    Progress progress("Reading", lines.order.size(), shown);
     for (std::size_t start = 0; start < lines.order.size(); start += linesABatch) {
-        progress.show(start);
         const std::size_t count = std::min(linesABatch, lines.order.size() - start);
         auto tensor = PaddleOCRImagePreprocessor::recognitionBatch(
             std::span(lines.images).subspan(start, count), models.recognition);
@@ -120,8 +118,10 @@ std::expected<std::vector<RecognizedLine>, Failure> recognizedLines(const CGImag
                             "model for text recognition?",
                             models.folder));
         if (start == 0) warnOfOtherClasses(*decoder, output->shape[2]);
-        for (std::size_t i = 0; i < count; ++i)
+        for (std::size_t i = 0; i < count; ++i) {
             texts[lines.order[start + i]] = (*decoded)[i];
+            progress.step();
+        }
     }
 
     std::vector<RecognizedLine> result;

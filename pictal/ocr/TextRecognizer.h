@@ -4,6 +4,7 @@
 #include "PictalCore/OCR/PaddleOCRDetectionBox.h"
 #include "PictalCore/Platform/Graphics/CGImage.h"
 #include "pictal/Outcome.h"
+#include "pictal/Progress.h"
 #include "pictal/ocr/ModelFolder.h"
 
 #include <cstdint>
@@ -19,6 +20,7 @@ struct RecognizedLine {
 /// All lines of text in reading order; those without a character are left out.
 /// @param sideLimit  the detector's, in pixels
 [[nodiscard]] std::expected<std::vector<RecognizedLine>, Failure> recognizedLines(
-    const CGImage& image, const LoadedModels& models, std::int64_t sideLimit, bool quiet);
+    const CGImage& image, const LoadedModels& models, std::int64_t sideLimit,
+    Progress::Shown shown);
 
 }  // namespace pictal::program
