@@ -14,6 +14,8 @@ install(TARGETS PictalCoreStatic EXPORT PictalCoreStaticTargets
     ARCHIVE COMPONENT development
     INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 install(TARGETS pictal RUNTIME COMPONENT program)
+install(PROGRAMS script/ocr-models RENAME pictal-ocr-models
+    DESTINATION "${CMAKE_INSTALL_BINDIR}" COMPONENT program)
 set_target_properties(pictal PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
 
 configure_package_config_file(cmake/PictalCoreConfig.cmake.in PictalCoreConfig.cmake

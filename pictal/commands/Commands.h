@@ -12,6 +12,11 @@ void addOffset(Program& program);
 void addStitch(Program& program);
 void addPick(Program& program);
 void addInfo(Program& program);
+void addOCR(Program& program);
+void addOCRTensor(Program& program);
+void addOCRBoxes(Program& program);
+void addOCRLines(Program& program);
+void addOCRDecode(Program& program);
 void addShortcuts(Program& program);
 void addName(Program& program);
 void addPreview(Program& program);
@@ -19,8 +24,9 @@ void addRedact(Program& program);
 void addDemoMode(Program& program);
 
 /// In the order of `pictal --help`.
-inline constexpr auto allCommands = {addAnnotate, addExport,  addDraft,  addOffset,
-                                     addStitch,   addPick,    addInfo,   addShortcuts,
-                                     addName,     addPreview, addRedact, addDemoMode};
+inline constexpr auto allCommands = {
+    addAnnotate,  addExport, addDraft,     addOffset,   addStitch,   addPick,
+    addInfo,      addOCR,    addOCRTensor, addOCRBoxes, addOCRLines, addOCRDecode,
+    addShortcuts, addName,   addPreview,   addRedact,   addDemoMode};
 
 }  // namespace pictal::program

@@ -120,6 +120,19 @@ TEST(Interpolation, MirrorsAndBelongsToTheState) {
             EXPECT_EQ(pixelText(mirrored.pixel(4 - x, 3 - y)), pixelText(upright.pixel(x, y)));
 }
 
+TEST(Interpolation, ShadowsFallFromTheInterpolatedPicture) {
+    // Columns that are there and not, halved: the shadow of each pixel is half as dark.
+    const CGImage stripes =
+        pictureOf(8, 2, [](std::uint32_t x, std::uint32_t) { return x % 2 == 0 ? ~0U : 0U; });
+    BitmapContext context = interpolating(8, 1);
+    context.setShadow({4, 0}, 0, {0, 0, 0, 1});
+    context.draw(stripes, CGRect(0, 0, 4, 1));
+    const PictureProbe probe(std::move(context).makeImage());
+    for (std::int64_t x = 0; x < 8; ++x)
+        EXPECT_NEAR(probe.alpha(x, 0), 128, 1) << x;
+    EXPECT_EQ(probe.red(6, 0), 0);
+}
+
 TEST(Interpolation, AClipShowsAPartOfTheSamePicture) {
     const CGImage image = noise(90, 70);
     const CGRect rect(-20.5, -31.25, 75, 90);
