@@ -16,7 +16,7 @@ struct PaddleOCRRecognitionConfig {
     PaddleOCRImageChannelOrder channelOrder = PaddleOCRImageChannelOrder::bgr;
     /// The text of each class in the order of the classes, without the blank and the space that
     /// the decoder puts around them.
-    std::vector<std::string> characterDictionary{};
+    std::vector<std::string> characterDictionary;
 
     friend bool operator==(const PaddleOCRRecognitionConfig&,
                            const PaddleOCRRecognitionConfig&) = default;

@@ -33,14 +33,17 @@ struct Piece {
 }  // namespace
 
 struct ScrollingPainter::State {
-    std::int64_t width;
-    Sink sink;
-    std::vector<Piece> pieces{};  // from the top, apart from one another
-    std::vector<std::uint32_t> scratch =
-        std::vector<std::uint32_t>(static_cast<std::size_t>(width));
-    std::optional<std::int64_t> next{};  // the row that comes out next; none before the first frame
-    std::optional<std::pair<CGColorSpace, ColorConversion>> lastConversion{};
+    const std::int64_t width;
+    const Sink sink;
+    std::vector<Piece> pieces;  // from the top, apart from one another
+    std::vector<std::uint32_t> scratch;
+    bool hasFrames = false;
+    std::int64_t next = 0;  // the row that comes out next, once there are frames
+    std::optional<std::pair<CGColorSpace, ColorConversion>> lastConversion;
     bool opaque = true;
+
+    State(std::int64_t columns, Sink rowSink)
+        : width(columns), sink(std::move(rowSink)), scratch(static_cast<std::size_t>(columns)) {}
 
     [[nodiscard]] std::optional<ColorConversion> conversionFrom(const CGColorSpace& space);
     [[nodiscard]] Row padded(const Piece& piece, std::int64_t y);
@@ -69,17 +72,17 @@ Row ScrollingPainter::State::padded(const Piece& piece, std::int64_t y) {
 }
 
 Done ScrollingPainter::State::emit(Row row) {
-    ++*next;
+    ++next;
     if (sink(row)) return {};
     return std::unexpected(ScrollingPainterError::sinkFailed);
 }
 
 Done ScrollingPainter::State::emitUntil(std::int64_t row) {
     const auto gapUntil = [&](std::int64_t end) -> Done {
-        if (*next >= end) return {};
+        if (next >= end) return {};
         opaque = false;
         std::ranges::fill(scratch, 0U);
-        while (*next < end)
+        while (next < end)
             if (const Done done = emit(scratch); !done) return done;
         return {};
     };
@@ -87,8 +90,8 @@ Done ScrollingPainter::State::emitUntil(std::int64_t row) {
         if (piece.top >= row) break;
         if (const Done done = gapUntil(piece.top); !done) return done;
         opaque = opaque && piece.image.isOpaque() && piece.image.width() == width;
-        while (*next < std::min(piece.bottom, row))
-            if (const Done done = emit(padded(piece, *next)); !done) return done;
+        while (next < std::min(piece.bottom, row))
+            if (const Done done = emit(padded(piece, next)); !done) return done;
     }
     std::erase_if(pieces, [&](const Piece& piece) { return piece.bottom <= row; });
     return gapUntil(row);
@@ -128,17 +131,14 @@ Done ScrollingPainter::State::blend(const Piece& frame) {
             frame.conversion.convert(source, converted);
             kernels::blendKernels().blendPixels(row.first(source.size()), converted);
         }
-        const auto none = ColorConversion::make(CGColorSpace::sRGB(), CGColorSpace::sRGB());
-        replace(
-            {top, bottom, detail::imageOf(*std::move(canvas), CGColorSpace::sRGB()), top, *none});
+        replace({top, bottom, detail::imageOf(*std::move(canvas), CGColorSpace::sRGB()), top, {}});
     }
     return {};
 }
 
 ScrollingPainter::ScrollingPainter(std::int64_t width, Sink sink)
-    : state_(std::make_unique<State>(
-          State{.width = std::clamp<std::int64_t>(width, 0, detail::maximumSide),
-                .sink = std::move(sink)})) {}
+    : state_(std::make_unique<State>(std::clamp<std::int64_t>(width, 0, detail::maximumSide),
+                                     std::move(sink))) {}
 ScrollingPainter::ScrollingPainter(ScrollingPainter&&) noexcept = default;
 ScrollingPainter& ScrollingPainter::operator=(ScrollingPainter&&) noexcept = default;
 ScrollingPainter::~ScrollingPainter() = default;
@@ -148,12 +148,13 @@ Done ScrollingPainter::add(const ScrollingStitchFrame& frame) {
     const std::int64_t top = frame.verticalPosition;
     std::int64_t bottom = 0;
     if (__builtin_add_overflow(top, frame.image.height(), &bottom) ||
-        frame.image.width() > state.width || (state.next && top < *state.next))
+        frame.image.width() > state.width || (state.hasFrames && top < state.next))
         return std::unexpected(ScrollingPainterError::wrongFrame);
     const auto conversion = state.conversionFrom(frame.image.colorSpace());
     if (!conversion) return std::unexpected(ScrollingPainterError::cannotConvertColors);
 
-    if (!state.next) state.next = top;
+    if (!state.hasFrames) state.next = top;
+    state.hasFrames = true;
     if (const Done done = state.emitUntil(top); !done) return done;
     const Piece piece{top, bottom, frame.image, top, *conversion};
     const bool covers = frame.image.isOpaque() && frame.image.width() == state.width;

@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -28,15 +29,15 @@ ScrollingStitcherError translated(ScrollingPainterError error) {
 /// The rows from the highest top to the lowest bottom; nothing when 64 bits do not hold them.
 std::optional<std::int64_t> outputHeight(Frames frames) {
     std::int64_t top = frames.front().verticalPosition;
-    std::optional<std::int64_t> lowest;
+    std::int64_t lowest = std::numeric_limits<std::int64_t>::min();
     for (const auto& [image, position] : frames) {
         std::int64_t bottom = 0;
         if (__builtin_add_overflow(position, image.height(), &bottom)) return std::nullopt;
         top = std::min(top, position);
-        lowest = std::max(lowest.value_or(bottom), bottom);
+        lowest = std::max(lowest, bottom);
     }
     std::int64_t height = 0;
-    if (__builtin_sub_overflow(*lowest, top, &height)) return std::nullopt;
+    if (__builtin_sub_overflow(lowest, top, &height)) return std::nullopt;
     return height;
 }
 

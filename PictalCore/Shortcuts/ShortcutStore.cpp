@@ -45,7 +45,8 @@ ShortcutStore::ShortcutStore(std::shared_ptr<UserDefaults> userDefaults, std::st
 
 ShortcutAssignment ShortcutStore::loadShortcuts() const {
     auto loaded = tryLoadShortcuts();
-    return loaded ? std::move(loaded->shortcuts) : defaults_;
+    if (!loaded) return defaults_;
+    return std::move(loaded->shortcuts);
 }
 
 std::expected<LoadedShortcuts, UserDefaultsError> ShortcutStore::tryLoadShortcuts() const {
@@ -98,7 +99,7 @@ std::expected<void, UserDefaultsError> ShortcutStore::trySaveShortcuts(
 ShortcutAssignment ShortcutStore::updateShortcut(const std::string& actionID,
                                                  const Shortcut& shortcut) const {
     auto loaded = tryLoadShortcuts();
-    ShortcutAssignment shortcuts = loaded ? std::move(loaded->shortcuts) : defaults_;
+    ShortcutAssignment shortcuts = loaded ? loaded->shortcuts : defaults_;
     shortcuts.insert_or_assign(actionID, shortcut);
     if (loaded) saveShortcuts(shortcuts);
     return shortcuts;

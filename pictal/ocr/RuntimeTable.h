@@ -33,15 +33,16 @@ inline constexpr int singlePrecision = 1;
 
 /// A function and its place. Those that return a status return none when all went well.
 template <std::size_t Place, class Signature>
-struct Entry {
-    Signature* function;
+struct Entry;
+
+template <std::size_t Place, class Result, class... Parameters>
+struct Entry<Place, Result(Parameters...)> {
+    using Function = Result (*)(Parameters...);
+    Function function;
 
     explicit Entry(const void* const* table)
-        : function(reinterpret_cast<Signature*>(const_cast<void*>(table[Place]))) {}
-    template <class... Arguments>
-    auto operator()(Arguments... arguments) const {
-        return function(arguments...);
-    }
+        : function(reinterpret_cast<Function>(const_cast<void*>(table[Place]))) {}
+    Result operator()(Parameters... parameters) const { return function(parameters...); }
 };
 
 struct Table {

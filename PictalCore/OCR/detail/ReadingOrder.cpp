@@ -48,6 +48,7 @@ bool isReadBefore(const PaddleOCRDetectionBox& a, const PaddleOCRDetectionBox& b
 
 void sortIntoReadingOrder(std::vector<PaddleOCRDetectionBox>& boxes) {
     std::vector<Entry> entries;
+    entries.reserve(boxes.size());
     for (std::size_t i = 0; i < boxes.size(); ++i)
         entries.push_back(entryOf(boxes[i], i));
     std::vector<Entry> merged(entries.size());

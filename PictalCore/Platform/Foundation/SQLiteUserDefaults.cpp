@@ -24,7 +24,7 @@ struct SQLiteUserDefaults::Connection {
     const std::chrono::milliseconds busyTimeout;
     /// Held throughout a transaction, which is the thread's own, though the connection is shared.
     std::recursive_mutex mutex;
-    std::optional<SQLiteDatabase> database;
+    std::unique_ptr<SQLiteDatabase> database;
     /// Which file that is; another one may come to its place.
     dev_t device = 0;
     ino_t inode = 0;
@@ -35,7 +35,7 @@ struct SQLiteUserDefaults::Connection {
 
     /// @return null if there is no file
     std::expected<const SQLiteDatabase*, UserDefaultsError> open() {
-        if (isInTransaction) return &*database;
+        if (isInTransaction) return database.get();
         struct stat status{};
         if (::stat(path.c_str(), &status) != 0) {
             const int error = errno;
@@ -43,7 +43,7 @@ struct SQLiteUserDefaults::Connection {
             if (error == ENOENT || error == ENOTDIR) return nullptr;
             return std::unexpected(detail::systemFailure(path, error));
         }
-        if (database && status.st_dev == device && status.st_ino == inode) return &*database;
+        if (database && status.st_dev == device && status.st_ino == inode) return database.get();
         database.reset();
         if (!S_ISREG(status.st_mode)) return std::unexpected(detail::notUserDefaults(path));
 
@@ -51,7 +51,8 @@ struct SQLiteUserDefaults::Connection {
         if (!opened) return std::unexpected(std::move(opened.error()));
         device = status.st_dev;
         inode = status.st_ino;
-        return &database.emplace(*std::move(opened));
+        database = std::make_unique<SQLiteDatabase>(*std::move(opened));
+        return database.get();
     }
 
     Result transaction(const std::function<bool()>& work) {

@@ -119,14 +119,15 @@ Outcome deflateWhole(StripSource& strips, std::size_t size, int level, PNGChunkW
 std::expected<std::vector<std::byte>, WriteError> write(const CGImage& image,
                                                         Compression compression) {
     if (image.width() == 0) return std::unexpected(WriteError::emptyImage);
-    const auto palette = PNGPalette::of(image);
-    const ColorType colorType = colorTypeFor(image, palette ? &*palette : nullptr);
-    const bool hasPalette = colorType == ColorType::palette;
+    const auto found = PNGPalette::of(image);
+    const PNGPalette* const palette = found ? &*found : nullptr;
+    const ColorType colorType = colorTypeFor(image, palette);
+    const PNGPalette* const stored = colorType == ColorType::palette ? palette : nullptr;
     PNGChunkWriter file;
-    file.begin(image.width(), image.height(), colorType, hasPalette ? palette->bitDepth() : 8);
+    file.begin(image.width(), image.height(), colorType, stored ? stored->bitDepth() : 8);
     file.colorSpace(image.colorSpace());
-    if (hasPalette) file.palette(palette->straightColors());
-    StripSource strips(image, colorType, palette ? &*palette : nullptr);
+    if (stored) file.palette(stored->straightColors());
+    StripSource strips(image, colorType, palette);
     const std::size_t size = strips.rowBytes() * static_cast<std::size_t>(image.height());
     const Outcome done = compression == Compression::fast ? deflateFast(strips, file)
                          : compression == Compression::standard

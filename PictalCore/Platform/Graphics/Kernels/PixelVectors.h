@@ -51,7 +51,7 @@ PICTAL_BODY Words4 loadPixels(const std::uint8_t* from) {
                                                   9, 10, 11, 12));
     } else {
         std::uint32_t words[4];
-        for (int i = 0; i < 4; ++i)
+        for (std::size_t i = 0; i < 4; ++i)
             std::memcpy(&words[i], from + i * 3, 4);
         return Words4{words[0], words[1], words[2], words[3]};
     }

@@ -106,7 +106,8 @@ PICTAL_BODY void sumColumnsBody(std::span<const float> row, std::size_t origin, 
 
 /// Rounded, not below 0; halves go up.
 PICTAL_BODY std::int32_t rounded(float sum) {
-    const auto level = static_cast<std::int32_t>(sum + 0.5F);
+    const float raised = sum + 0.5F;
+    const auto level = static_cast<std::int32_t>(raised);
     return level < 0 ? 0 : level;
 }
 

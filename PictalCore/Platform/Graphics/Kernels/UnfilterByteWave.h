@@ -20,12 +20,12 @@ PICTAL_BODY void transpose(Bytes8 (&rows)[8]) {
     // Taken three times, that of i and i + 4 puts bit 0 of a byte's place where bit 2 was.
     for (int round = 0; round < 3; ++round) {
         Bytes8 next[8];
-        for (int i = 0; i < 4; ++i) {
+        for (std::size_t i = 0; i < 4; ++i) {
             const Bytes16 both = interleaved(rows[i], rows[i + 4]);
             next[2 * i] = lower(both);
             next[2 * i + 1] = upper(both);
         }
-        for (int i = 0; i < 8; ++i)
+        for (std::size_t i = 0; i < 8; ++i)
             rows[i] = next[i];
     }
 }
@@ -57,7 +57,7 @@ class ByteWave {
     }
     /// The bytes of row i at steps t to t + 7; at the edges zeros outside the row.
     template <bool edge>
-    PICTAL_BODY Bytes8 load(std::size_t i, std::size_t t) const {
+    [[nodiscard]] PICTAL_BODY Bytes8 load(std::size_t i, std::size_t t) const {
         Bytes8 bytes{};
         if constexpr (!edge)
             std::memcpy(&bytes, row(i) + (t - i), sizeof bytes);

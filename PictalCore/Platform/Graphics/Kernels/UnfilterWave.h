@@ -103,7 +103,7 @@ class Wave {
     /// The pixels of row i at steps t to t + 3. At the edges those outside the row are zeros, so
     /// that a row which has not begun leaves zeros for itself and the next.
     template <bool edge>
-    PICTAL_BODY Words4 load(std::size_t i, std::size_t t) const {
+    [[nodiscard]] PICTAL_BODY Words4 load(std::size_t i, std::size_t t) const {
         if constexpr (!edge)
             return loadPixels < pixelBytes, lanes == 2 > (stored_[i] + (t - lag(i)) * pixelBytes);
         Words4 words{};
@@ -117,7 +117,7 @@ class Wave {
     }
     /// What is above row i, the first one of its lane.
     template <bool edge>
-    PICTAL_BODY Words4 loadAbove(std::size_t i, std::size_t t) const {
+    [[nodiscard]] PICTAL_BODY Words4 loadAbove(std::size_t i, std::size_t t) const {
         const std::uint32_t* const row = i == 0 ? above_ : pixels_[i - 1];
         if constexpr (!edge) return loadWords(row + (t - lag(i)));
         Words4 words{};
@@ -138,7 +138,7 @@ class Wave {
 
     /// The same row of each lane.
     template <bool edge>
-    PICTAL_BODY Words loadRows(std::size_t i, std::size_t t) const {
+    [[nodiscard]] PICTAL_BODY Words loadRows(std::size_t i, std::size_t t) const {
         Words4 parts[lanes];
         for (std::size_t lane = 0; lane < lanes; ++lane)
             parts[lane] = load<edge>(lane * rowsPerLane + i, t);

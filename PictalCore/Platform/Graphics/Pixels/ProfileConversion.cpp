@@ -8,7 +8,7 @@ ProfileConversion::ProfileConversion(Bytes from, Bytes to)
     : from_(from.begin(), from.end()), to_(to.begin(), to.end()), context_(makeContext()) {}
 
 std::shared_ptr<const ProfileConversion> ProfileConversion::make(Bytes from, Bytes to) {
-    std::shared_ptr<const ProfileConversion> made(new ProfileConversion(from, to));
+    const std::shared_ptr<const ProfileConversion> made(new ProfileConversion(from, to));
     return made->transform(Format::rgba8) ? made : nullptr;
 }
 

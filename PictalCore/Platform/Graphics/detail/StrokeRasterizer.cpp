@@ -113,7 +113,7 @@ class Stroke {
         const std::int64_t end = bandOf(area_.clip.bottom - 1) + 1;
         for (std::int64_t band = bandOf(area_.clip.top); band < end; ++band) {
             for (auto i = bands.first(band); i != RowBuckets::none; i = bands.after(i))
-                active_.push_back(*capsuleOf(i));
+                if (const auto capsule = capsuleOf(i)) active_.push_back(*capsule);
             if (active_.empty()) continue;
             rows.rasterize(band * StrokeBands::tallest, active_, sink);
             std::erase_if(active_, [&](const StrokeCapsule& capsule) {

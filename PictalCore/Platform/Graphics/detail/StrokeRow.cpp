@@ -17,7 +17,8 @@ constexpr std::size_t manyCapsules = 8;
 constexpr CGFloat hidingTolerance = 1.0 / 4096;
 
 std::uint8_t levelOf(CGFloat area) {
-    return static_cast<std::uint8_t>(area * 255 + 0.5);
+    const CGFloat raised = area * 255 + 0.5;  // rounds what is never negative
+    return static_cast<std::uint8_t>(raised);
 }
 
 }  // namespace

@@ -89,7 +89,7 @@ class StrokeRow {
     void enlist(const RowCapsule& capsule);
     void coverWord(std::size_t word);
     void coverRun(std::int32_t begin, std::int32_t end);
-    bool coverByFormulas(const Run& run, std::span<std::uint8_t> levels) const;
+    [[nodiscard]] bool coverByFormulas(const Run& run, std::span<std::uint8_t> levels) const;
     [[nodiscard]] static const RowCapsule& outermost(Side side, const Capsules& capsules);
     [[nodiscard]] std::optional<StraightEdge> boundary(Side side, const Capsules& capsules) const;
     [[nodiscard]] bool hides(const RowCapsule& capsule, const RowCapsule& other, Side side) const;

@@ -32,7 +32,6 @@ bool hasPlainColors(const PNGFile& file) {
     const std::size_t keyBytes = file.transparency.size();
     switch (file.header.colorType) {
         case ColorType::rgba:
-            return keyBytes == 0 && file.palette.empty();
         case ColorType::rgb:
             return keyBytes == 0 && file.palette.empty();
         case ColorType::grey:
