@@ -45,7 +45,7 @@ enum class Fit { follows, repeats, none };
 Fit extend(Run& run, std::size_t frame, const CGImage& image) {
     if (run.members.empty()) return Fit::none;
     const auto measurement = ScrollingFrameAnalyzer().measure(run.last, image);
-    if (!measurement) return Fit::none;
+    if (!measurement || !measurement->accepted) return Fit::none;
     const auto analysis = ScrollingConsensus::classified(measurement->accepted);
     if (analysis.as<ScrollingFrameAnalysis::NoReliableMatch>()) return Fit::none;
     if (analysis.as<ScrollingFrameAnalysis::Unchanged>()) return Fit::repeats;

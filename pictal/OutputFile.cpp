@@ -28,7 +28,7 @@ struct OutputFile::Stream {
     std::string name;
     int descriptor;
     /// Closed with it.
-    Descriptor owned{};
+    Descriptor owned;
 };
 
 OutputFile::OutputFile() = default;
@@ -44,9 +44,10 @@ std::expected<OutputFile, Failure> OutputFile::open(const std::string& path) {
         output.stream_ = std::make_unique<Stream>(std::move(opened));
         return std::move(output);
     };
-    if (path == "-") return stream({"standard output", STDOUT_FILENO});
+    if (path == "-") return stream({"standard output", STDOUT_FILENO, Descriptor()});
     const fs::path place = followingLinks(path);
-    if (const auto descriptor = ownDescriptor(place)) return stream({path, *descriptor});
+    if (const auto descriptor = ownDescriptor(place))
+        return stream({path, *descriptor, Descriptor()});
 
     std::error_code ignored;
     const fs::file_status status = fs::status(place, ignored);

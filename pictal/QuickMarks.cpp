@@ -60,9 +60,12 @@ class MarkReader {
 
   private:
     struct Gesture {
+        // g++ asks for what clang-tidy calls redundant, wherever some of these are named.
+        // NOLINTBEGIN(readability-redundant-member-init)
         CGPoint start{}, current{};
         std::vector<CGPoint> points{};
         std::string text{};
+        // NOLINTEND(readability-redundant-member-init)
         std::int64_t number = 0;
     };
     struct Waiting {
@@ -125,8 +128,9 @@ Step MarkReader::at(const std::string& value) {
     if (!waiting_) return badInput("there is no --text or --number before it");
     const auto point = parsePoint(value);
     if (!point) return std::unexpected(point.error());
-    waiting_->gesture.start = *point;
-    const Waiting mark = *std::exchange(waiting_, std::nullopt);
+    Waiting mark = *waiting_;
+    waiting_.reset();
+    mark.gesture.start = *point;
     return add(mark.tool, mark.gesture);
 }
 
