@@ -40,6 +40,7 @@ struct LongPicture {
     std::vector<Strip> strips;  // from the top
     std::int64_t width = 0;
     std::int64_t height = 0;
+    std::int64_t origin = 0;  ///< the position that row 0 has
     bool isOpaque = true;
 };
 
@@ -73,22 +74,24 @@ std::expected<FrameSequence, Failure> sequenceOf(const StitchOptions& options) {
 
 /// Header and footer are painted once: with the highest and with the lowest frame.
 std::expected<LongPicture, Failure> layOut(const FrameSequence& sequence, std::int64_t maximum) {
-    std::vector<const FramePlace*> placed;
+    std::vector<std::pair<std::int64_t, const FramePlace*>> placed;
     for (const FramePlace& frame : sequence.frames)
-        if (frame.position) placed.push_back(&frame);
-    std::ranges::stable_sort(placed, {}, [](const FramePlace* f) { return *f->position; });
+        if (frame.position) placed.emplace_back(*frame.position, &frame);
+    std::ranges::sort(placed);  // the frames lie in one array: of equal positions, in their order
 
     LongPicture picture;
-    const std::int64_t origin = *placed.front()->position;
+    const std::int64_t origin = placed.front().first;
+    picture.origin = origin;
     const auto tooTall =
         badInput(fmt::format("the result would be taller than {} rows; raise --max-height or give "
                              "fewer frames",
                              maximum));
-    for (const FramePlace* const frame : placed) {
-        const std::int64_t top = frame == placed.front() ? 0 : sequence.header;
-        const std::int64_t bottom = frame->height - (frame == placed.back() ? 0 : sequence.footer);
+    for (const auto& [position, frame] : placed) {
+        const std::int64_t top = frame == placed.front().second ? 0 : sequence.header;
+        const std::int64_t bottom =
+            frame->height - (frame == placed.back().second ? 0 : sequence.footer);
         std::int64_t place = 0, end = 0;
-        if (__builtin_sub_overflow(*frame->position, origin, &place) ||
+        if (__builtin_sub_overflow(position, origin, &place) ||
             __builtin_add_overflow(place, bottom, &end) || end > maximum)
             return tooTall;
         const bool gap = place + top > picture.height;
@@ -138,12 +141,11 @@ std::expected<void, Failure> paint(const LongPicture& picture, const StitchOptio
 }
 
 nlohmann::ordered_json jsonOf(const FrameSequence& sequence, const LongPicture& picture) {
-    const std::int64_t origin = *picture.strips.front().frame->position;
     auto frames = nlohmann::ordered_json::array();
     for (const FramePlace& frame : sequence.frames) {
         nlohmann::ordered_json entry{{"file", frame.path}, {"position", nullptr}};
         if (frame.position)
-            entry["position"] = *frame.position - origin;
+            entry["position"] = *frame.position - picture.origin;
         else
             entry["reason"] = frame.reason;
         frames.push_back(std::move(entry));

@@ -29,8 +29,9 @@ class Reader {
     [[nodiscard]] std::optional<std::int64_t> count() {
         skipSpace();
         std::int64_t value = 0;
-        const char* const end = rest_.data() + rest_.size();
-        const auto [stop, error] = std::from_chars(rest_.data(), end, value);
+        const char* const begin = rest_.data();
+        const char* const end = begin + rest_.size();
+        const auto [stop, error] = std::from_chars(begin, end, value);
         if (error != std::errc() || value < 0) return std::nullopt;
         rest_ = std::string_view(stop, static_cast<std::size_t>(end - stop));
         return value;
