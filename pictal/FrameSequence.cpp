@@ -45,12 +45,15 @@ enum class Fit { follows, repeats, none };
 Fit extend(Run& run, std::size_t frame, const CGImage& image) {
     if (run.members.empty()) return Fit::none;
     const auto measurement = ScrollingFrameAnalyzer().measure(run.last, image);
-    if (!measurement || !measurement->accepted) return Fit::none;
-    const auto analysis = ScrollingConsensus::classified(measurement->accepted);
+    if (!measurement) return Fit::none;
+    const auto& accepted = measurement->accepted;
+    if (!accepted) return Fit::none;
+    const CGFloat moved = accepted->y;
+    const auto analysis = ScrollingConsensus::classified(accepted);
     if (analysis.as<ScrollingFrameAnalysis::NoReliableMatch>()) return Fit::none;
     if (analysis.as<ScrollingFrameAnalysis::Unchanged>()) return Fit::repeats;
     // Not the rounded offset: at a scale of 1.5 the errors would add up.
-    run.members.push_back({frame, run.members.back().position - measurement->accepted->y});
+    run.members.push_back({frame, run.members.back().position - moved});
     run.last = image;
     run.header = std::min(run.header, measurement->stillRowsAtTop);
     run.footer = std::min(run.footer, measurement->stillRowsAtBottom);
