@@ -1,5 +1,6 @@
 #pragma once
 
+#include "PictalCore/Export.h"
 #include "PictalCore/Platform/Graphics/CGImage.h"
 
 #include <cstdint>
@@ -17,7 +18,7 @@ struct RegisteredTranslation {
     float confidence = 0;
 };
 
-class ImageRegistration {
+class PICTAL_API ImageRegistration {
   public:
     /// Below it the answer is none: a guess with little confidence still counts as a voice where
     /// several are asked.
