@@ -124,6 +124,54 @@ void strokeRect(benchmark::State& state) {
     stroke(state, path, 4);
 }
 
+/// A hand that never lifts the pen: steps of 5 px over the canvas, ever onward.
+void brush(benchmark::State& state) {
+    constexpr PixelRect clip{0, 0, 2880, 1800};
+    std::mt19937 random(11);
+    std::uniform_real_distribution<CGFloat> turn(-0.5, 0.5);
+    CGPoint at{1440, 900};
+    CGFloat direction = 0;
+    Path path;
+    path.moveTo(at);
+    for (std::int64_t i = 1; i < state.range(0); ++i) {
+        direction += turn(random);
+        at = {std::clamp(at.x + 5 * std::cos(direction), 0.0, 2880.0),
+              std::clamp(at.y + 5 * std::sin(direction), 0.0, 1800.0)};
+        path.lineTo(at);
+    }
+    CountingSink sink;
+    for (auto _ : state)
+        rasterizeStroke(flattenedForStroke(path, {}, 12, clip), 12, clip, sink);
+    report(state, sink);
+    state.SetItemsProcessed(state.iterations() * state.range(0));
+}
+/// Lines between random points of the canvas.
+void jumps(benchmark::State& state) {
+    constexpr PixelRect clip{0, 0, 2880, 1800};
+    std::mt19937 random(11);
+    std::uniform_real_distribution<CGFloat> x(0, 2880), y(0, 1800);
+    Path path;
+    path.moveTo({1440, 900});
+    for (std::int64_t i = 1; i < state.range(0); ++i)
+        path.lineTo({x(random), y(random)});
+    CountingSink sink;
+    for (auto _ : state)
+        rasterizeStroke(flattenedForStroke(path, {}, 12, clip), 12, clip, sink);
+    report(state, sink);
+}
+/// Forty fills of one pixel: their cost does not grow with the canvas.
+void fillPixels(benchmark::State& state) {
+    const PixelRect clip{0, 0, state.range(0), 64};
+    CountingSink sink;
+    for (auto _ : state)
+        for (int i = 0; i < 40; ++i) {
+            Path path;
+            path.addRect({i + 0.5, i + 0.5, 1, 1});
+            rasterizeFill(flattenedForFill(path, {}, clip), FillRule::nonZero, clip, sink);
+        }
+    report(state, sink);
+}
+
 #define PICTAL_ALL_SIZES \
     Unit(benchmark::kMicrosecond)->ArgName("width")->Arg(320)->Arg(1280)->Arg(2880)->Arg(5120)
 
@@ -135,5 +183,8 @@ BENCHMARK(strokeRect)->PICTAL_ALL_SIZES;
 BENCHMARK(strokeEllipse)->PICTAL_ALL_SIZES;
 BENCHMARK(strokeFreehand)->PICTAL_ALL_SIZES;
 BENCHMARK(strokeFreehandFat)->PICTAL_ALL_SIZES;
+BENCHMARK(brush)->Unit(benchmark::kMillisecond)->RangeMultiplier(10)->Range(1000, 1000000);
+BENCHMARK(jumps)->Unit(benchmark::kMillisecond)->Arg(2000);
+BENCHMARK(fillPixels)->Unit(benchmark::kMicrosecond)->Arg(64)->Arg(200000);
 
 }  // namespace

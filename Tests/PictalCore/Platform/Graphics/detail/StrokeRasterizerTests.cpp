@@ -196,7 +196,8 @@ TEST(StrokeRasterizer, AClipOnlyCrops) {
     std::mt19937 random(4);
     Path path = polyline(randomPoints(random, 60, -60, 100));
     path.addEllipse({-31, -20, 90, 70});
-    for (const CGFloat width : {0.8, 3.3, 17.0}) {
+    path.addPath(polyline(randomPoints(random, 300, 30, 32)));
+    for (const CGFloat width : {0.8, 3.3, 17.0, 61.0}) {
         const CoverageCanvas whole = stroked(path, width, {-70, -40, 80, 80});
         for (const PixelRect clip : {PixelRect{3, 5, 4, 6},
                                      {-7, 11, 30, 29},
@@ -205,6 +206,24 @@ TEST(StrokeRasterizer, AClipOnlyCrops) {
                                      {63, -5, 66, 70}})
             EXPECT_EQ(difference(stroked(path, width, clip), whole), 0) << width;
     }
+}
+
+TEST(StrokeRasterizer, WidePensHideWhatLiesBehind) {
+    std::mt19937 random(6);
+    const auto points = randomPoints(random, 200, 0, 1.5);
+    const PixelRect clip{-60, -70, 70, 70};
+    for (const CGFloat width : {90.0, 130.0})
+        EXPECT_LE(levelError(stroked(polyline(points), width, clip), points, width), mostLevels);
+}
+
+TEST(StrokeRasterizer, FineStrokesAddUp) {
+    // Each covers 1/500 of the pixels that it crosses, too little for a level.
+    Path path;
+    for (int i = 0; i < 100; ++i)
+        path.addPath(
+            polyline(std::vector<CGPoint>{{20.005 + i * 0.01, 0}, {20.005 + i * 0.01, 48}}));
+    EXPECT_EQ(stroked(path, 0.002).at(20, 20), 51);
+    EXPECT_EQ(stroked(path, 1e-9).area(), 0);
 }
 
 TEST(StrokeRasterizer, OddWidths) {
